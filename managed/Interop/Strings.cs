@@ -1,0 +1,99 @@
+using System;
+using System.Text;
+
+namespace Orvane.WrpGen.Interop
+{
+    /// <summary>Strings across the boundary: read in place from a Python string, built as a Python str on the way out.</summary>
+    public static unsafe class Strings
+    {
+        /// <summary>Decodes a Python string's storage (1, 2 or 4 bytes a character); null for None.</summary>
+        public static string? FromArg(PyStringArg* arg)
+        {
+            if (arg == null || arg->Length < 0)
+                return null;
+            int length = arg->Length;
+            if (length == 0)
+                return string.Empty;
+            switch (arg->CharSize)
+            {
+                case 1:
+                    return Encoding.Latin1.GetString((byte*)arg->Data, length);
+                case 2:
+                    return new string((char*)arg->Data, 0, length);
+                case 4:
+                    return FromUcs4((uint*)arg->Data, length);
+                default:
+                    throw new ArgumentException($"unknown character width {arg->CharSize}");
+            }
+        }
+
+        // UCS-4 may hold lone surrogates, which a strict UTF-32 decoder would
+        // replace; code points are copied one by one so the text stays exact.
+        private static string FromUcs4(uint* data, int length)
+        {
+            int units = length;
+            for (int i = 0; i < length; i++)
+                if (data[i] > 0xFFFF)
+                    units++;
+            return string.Create(units, (IntPtr)data, static (span, state) =>
+            {
+                uint* p = (uint*)state;
+                int j = 0;
+                for (int i = 0; j < span.Length; i++)
+                {
+                    uint cp = p[i];
+                    if (cp > 0xFFFF)
+                    {
+                        cp -= 0x10000;
+                        span[j++] = (char)(0xD800 + (cp >> 10));
+                        span[j++] = (char)(0xDC00 + (cp & 0x3FF));
+                    }
+                    else
+                    {
+                        span[j++] = (char)cp;
+                    }
+                }
+            });
+        }
+
+        /// <summary>
+        /// A new Python str for <paramref name="value"/>, 0 for null. A decoding
+        /// failure (a lone surrogate) leaves the Python error pending and gives 0.
+        /// </summary>
+        public static IntPtr ToPy(string? value)
+        {
+            if (value is null)
+                return IntPtr.Zero;
+            fixed (char* p = value)
+                return ExchangeHost.PyStrBuilder(p, value.Length);
+        }
+
+        /// <summary>As <see cref="ToPy"/>, but a decoding failure is reported as unraisable.</summary>
+        public static IntPtr ToPyUnraisable(string? value)
+        {
+            if (value is null)
+                return IntPtr.Zero;
+            fixed (char* p = value)
+                return ExchangeHost.PyUnraisableStrBuilder(p, value.Length);
+        }
+    }
+
+    /// <summary>Byte arrays: read from an exporter's buffer, returned as a new Python bytearray.</summary>
+    public static unsafe class Bytes
+    {
+        public static byte[]? FromArg(PyBytesArg* arg)
+        {
+            if (arg == null || arg->Length < 0)
+                return null;
+            return new ReadOnlySpan<byte>(arg->Data, arg->Length).ToArray();
+        }
+
+        public static IntPtr ToPy(byte[]? value)
+        {
+            if (value is null)
+                return IntPtr.Zero;
+            fixed (byte* p = value)
+                return ExchangeHost.PyBytesBuilder(p, value.Length);
+        }
+    }
+}

@@ -1,0 +1,9 @@
+// Untyped (object) arguments: classification into VariantArg tags.
+#pragma once
+
+#include <Python.h>
+#include "marshal/records.h"
+
+int fn_conv_py_variant_to_clr_variant(PyObject* obj, VariantArg* out);
+int fn_py_unknown_to_clr_unknown(PyObject* obj, void** out);
+PyObject* fn_py_return_none();

@@ -1,0 +1,28 @@
+// The layout of every wrapped managed object and the slots all wrapper types share.
+#pragma once
+
+#include <Python.h>
+
+// Python object header plus the handle of the managed instance it owns
+// (null while not bound). No dict, no weak-reference list.
+struct PyClrObject {
+    PyObject_HEAD
+    void* clr_handle;
+};
+
+// Releases the handle through the exchange host, then frees the object.
+void wrapClrObject_tp_dealloc(PyObject* self);
+// == / != on two handles: same pointer, else managed Equals; other operators NotImplemented.
+PyObject* wrapClrObject_tp_richcompare(void* a, void* b, int op);
+// The managed 32-bit hash, sign-extended.
+Py_hash_t wrapClrObject_hash(PyObject* self);
+// repr (and str): the managed ToString(), or "<%s object at %p>".
+PyObject* wrapClrObject_str(PyObject* self);
+// tp_init of classes without a public constructor.
+int wrapClrObject_tp_init_fault(PyObject* self, PyObject* args, PyObject* kwargs);
+
+// True when obj is a wrapper of this module (its type deallocates with wrapClrObject_tp_dealloc).
+bool fn_is_this_module_clr_object(PyObject* obj);
+
+// Handle of a wrapper, without checks.
+static inline void* fn_clr_handle(PyObject* obj) { return ((PyClrObject*)obj)->clr_handle; }
