@@ -68,6 +68,35 @@ namespace Orvane.WrpGen.Interop
                 return ExchangeHost.PyStrBuilder(p, value.Length);
         }
 
+        /// <summary>
+        /// The text of a Python str (borrowed) through the collection table's
+        /// unicode slot. Native code hands out its UTF-16 encoding with the
+        /// data pointer one unit past the byte-order mark, so reading starts
+        /// one unit before it.
+        /// </summary>
+        public static string FromPyStr(IntPtr str)
+        {
+            IntPtr** tables = ExchangeHost.StaticTables;
+            IntPtr fn = tables == null ? IntPtr.Zero : tables[ExchangeHost.UcolTable][UcolUnicodeBytesSlot];
+            if (fn == IntPtr.Zero)
+                throw new InvalidOperationException("the native string callbacks are not registered");
+            IntPtr holder = IntPtr.Zero;
+            int count = 0;
+            char* data = null;
+            if (((delegate* unmanaged<IntPtr, IntPtr*, int*, char**, int>)fn)(str, &holder, &count, &data) != 0)
+                throw ErrorBridge.FromPython("can't read the Python string");
+            try
+            {
+                return new string(data - 1, 0, count);
+            }
+            finally
+            {
+                PyObjects.DecRef(holder);
+            }
+        }
+
+        private const int UcolUnicodeBytesSlot = 10;
+
         /// <summary>As <see cref="ToPy"/>, but a decoding failure is reported as unraisable.</summary>
         public static IntPtr ToPyUnraisable(string? value)
         {

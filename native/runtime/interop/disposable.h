@@ -14,3 +14,9 @@ bool wrpPye_is_assignable_to_disposable(void* handle);
 // __enter__ returns self; __exit__(*args) disposes through the object host and returns None.
 PyObject* wrpPye_mtfn_disposable_enter(PyObject* self, PyObject* ignored);
 PyObject* wrpPye_mtfn_disposable_exit(PyObject* self, PyObject* args);
+
+// An IDisposable parameter: None, an _IDisposableWrapper or a wrapper whose
+// type lists it among its additional interfaces, or a host-marked wrapper
+// whose managed object is disposable. Otherwise TypeError
+// "can't build IDisposable value from '<type>'".
+int wrpPye_conv_py_to_clr_disposable(PyObject* obj, void** out);

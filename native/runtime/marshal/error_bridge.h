@@ -2,6 +2,7 @@
 #pragma once
 
 #include <Python.h>
+#include <cstdarg>
 #include "marshal/records.h"
 
 // Exception callback: raises RuntimeError "Proxy error(%U): %U"; takes over both strings.
@@ -10,3 +11,5 @@ void on_clr_exception(PyObject* type_text, PyObject* message_text);
 int fn_catch_and_clear_py_error(PyObject** holder, PyStringArg* text);
 // Raises a formatted exception chained (cause and context) onto the pending one.
 PyObject* PyShlErr_ChainFormat(PyObject* exception_type, const char* format, ...);
+// The same with a va_list. With no error pending it raises the new exception alone.
+PyObject* PyShlErr_ChainFormatV(PyObject* exception_type, const char* format, va_list args);

@@ -19,6 +19,25 @@ PyObject* fn_conv_clr_bytes_to_py_bytes(const uint8_t* data, int32_t count);
 int fn_conv_py_bytes_to_clr_bytes(PyObject* obj, PyBytesArgBuilder* out);
 int fn_conv_py_bytes_to_clr_bytes_value(PyObject* obj, Py_buffer* view, PyBytesArg* out);
 int fn_read_py_buffer_view(PyObject* obj, Py_buffer* view, PyBytesArg* out);
+int fn_read_py_buffer(PyObject* obj, Py_buffer* view, PyBytesArg* out);
+
+// Buffer table: managed code allocates a view of this size, zero-fills it
+// through fn_create_py_byffer, fills it and releases it (a zero-filled view
+// releases as a no-op).
+int32_t fn_get_sizeof_py_byffer();
+void fn_create_py_byffer(Py_buffer* view);
+void fn_release_py_buffer(Py_buffer* view);
+
+// The UTF-16 encoding of a str with its byte-order mark, as a new bytes
+// object; TypeError "can't build Char from '%s'" for anything but a str.
+PyObject* fn_conv_py_string_to_utf16_bytes(PyObject* obj);
+
+// ucol slot 11: the UTF-16 text of a str for managed code. On success (0)
+// *holder owns the text (release it through the object-API table), *count is
+// the number of code units and *data points 4 bytes into the encoding, i.e.
+// one unit past the byte-order mark: the reader starts one unit before *data.
+// -1 with a Python error set on failure.
+int fn_clbk_ucol_get_unicode_bytes(PyObject* str, PyObject** holder, int32_t* count, const void** data);
 
 // A string result written by managed code as a new PyObject* (null: None).
 static inline PyObject* fn_take_py_string_result(PyObject* result)

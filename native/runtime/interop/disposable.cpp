@@ -1,0 +1,121 @@
+// _IDisposableWrapper: a managed IDisposable seen from Python as a context
+// manager, and the conversion of Python arguments to IDisposable parameters.
+#include "interop/disposable.h"
+
+#include "hosting/object_host.h"
+#include "interop/disposable_host.h"
+#include "objects/clr_object.h"
+#include "objects/host_state.h"
+#include "objects/markattr.h"
+
+namespace {
+
+const PyHostState& aggregate_host_state()
+{
+    static const PyHostState state = [] {
+        PyHostState result;
+        std::string message;
+        if (wrpPye_is_not_valid_disposable(message)) {
+            result.not_valid = true;
+            result.message = message;
+        }
+        return result;
+    }();
+    return state;
+}
+
+PyObject* disposable_tp_new(PyTypeObject* type, PyObject* args, PyObject* kwargs)
+{
+    return fn_clr_object_checked_new(type, aggregate_host_state());
+}
+
+PyObject* disposable_tp_richcompare(PyObject* self, PyObject* other, int op)
+{
+    if (!PyObject_TypeCheck(other, &wrpPye_tyds_FFFFFFFF_IDisposableWrapper))
+        Py_RETURN_NOTIMPLEMENTED;
+    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
+}
+
+PyMethodDef disposable_methods[] = {
+    {"__enter__", (PyCFunction)wrpPye_mtfn_disposable_enter, METH_NOARGS, nullptr},
+    {"__exit__", (PyCFunction)wrpPye_mtfn_disposable_exit, METH_VARARGS, nullptr},
+    {nullptr, nullptr, 0, nullptr},
+};
+
+PyTypeObject make_disposable_type()
+{
+    PyTypeObject type{};
+    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
+    // Renamed "<root>._wrpgen._interop._IDisposableWrapper" at import.
+    type.tp_name = "_wrpgen._interop._IDisposableWrapper";
+    type.tp_basicsize = sizeof(PyClrObject);
+    type.tp_itemsize = 0;
+    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_dealloc = wrapClrObject_tp_dealloc;
+    type.tp_hash = wrapClrObject_hash;
+    type.tp_richcompare = disposable_tp_richcompare;
+    type.tp_methods = disposable_methods;
+    type.tp_init = wrapClrObject_tp_init_fault;
+    type.tp_alloc = PyType_GenericAlloc;
+    type.tp_new = disposable_tp_new;
+    return type;
+}
+
+}  // namespace
+
+PyTypeObject wrpPye_tyds_FFFFFFFF_IDisposableWrapper = make_disposable_type();
+
+bool wrpPye_is_not_valid_disposable(std::string& message)
+{
+    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
+    if (!host->is_not_valid())
+        return false;
+    message = host->error_msg();
+    return true;
+}
+
+bool wrpPye_is_assignable_to_disposable(void* handle)
+{
+    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
+    return !host->is_not_valid() && host->is_assignable_to(handle);
+}
+
+PyObject* wrpPye_mtfn_disposable_enter(PyObject* self, PyObject* ignored)
+{
+    Py_INCREF(self);
+    return self;
+}
+
+PyObject* wrpPye_mtfn_disposable_exit(PyObject* self, PyObject* args)
+{
+    ObjectHost::get_instance()->dispose(fn_clr_handle(self));
+    if (PyErr_Occurred())
+        return nullptr;
+    // None: an exception raised in the with-block is never suppressed.
+    Py_RETURN_NONE;
+}
+
+int wrpPye_conv_py_to_clr_disposable(PyObject* obj, void** out)
+{
+    if (obj == Py_None) {
+        *out = nullptr;
+        return 1;
+    }
+    PyTypeObject* wrapper = &wrpPye_tyds_FFFFFFFF_IDisposableWrapper;
+    bool is_wrapper = fn_is_this_module_clr_object(obj);
+    if (is_wrapper && (Py_TYPE(obj) == wrapper || fn_contains_additional_ifc_markattr(obj, wrapper))) {
+        *out = fn_clr_handle(obj);
+        return 1;
+    }
+    if (fn_has_host_markattr(obj)) {
+        bool accepted = wrpPye_is_assignable_to_disposable(fn_clr_handle(obj));
+        if (PyErr_Occurred())
+            return 0;
+        if (accepted) {
+            *out = fn_clr_handle(obj);
+            return 1;
+        }
+    }
+    PyErr_Format(PyExc_TypeError, "can't build IDisposable value from '%s'", Py_TYPE(obj)->tp_name);
+    return 0;
+}
