@@ -148,26 +148,6 @@ TEST(DateTimeArgBuilderTest, LeapSecondFoldsIntoSecond59)
     EXPECT_EQ(at60, at59);
 }
 
-TEST(DateTimeArgBuilderTest, KindBitsAndUtcShift)
-{
-    DateTimeArgBuilder b;
-    b.year = 2000;
-    b.kind = 2;
-    b.hour = 3;
-    uint64_t local = 0, utc = 0;
-    ASSERT_TRUE(b.to_ticks(&local));
-    EXPECT_EQ(local >> 62, 2u);
-    b.kind = 1;
-    ASSERT_TRUE(b.to_utc_ticks(2 * kTicksPerHour, &utc));
-    EXPECT_EQ(utc >> 62, 1u);
-    EXPECT_EQ((local & kDateTimeTicksMask) - (utc & kDateTimeTicksMask), uint64_t(2 * kTicksPerHour));
-
-    DateTimeArgBuilder first;
-    first.minute = 30;
-    EXPECT_FALSE(first.to_utc_ticks(kTicksPerHour, &utc));
-    EXPECT_TRUE(first.to_utc_ticks(-kTicksPerHour, &utc));
-}
-
 TEST(DateTimeArgBuilderTest, TimeOfDayWrapsAroundMidnight)
 {
     DateTimeArgBuilder b;
@@ -175,6 +155,8 @@ TEST(DateTimeArgBuilderTest, TimeOfDayWrapsAroundMidnight)
     b.minute = 30;
     uint64_t ticks = 0;
     b.to_time_ticks(kTicksPerHour, &ticks);
+    EXPECT_EQ(ticks, kKindUtc | uint64_t(23 * kTicksPerHour + 30 * kTicksPerMinute));
+    b.to_time_ticks(3 * kTicksPerDay + kTicksPerHour, &ticks);
     EXPECT_EQ(ticks, kKindUtc | uint64_t(23 * kTicksPerHour + 30 * kTicksPerMinute));
     b.hour = 23;
     b.to_time_ticks(-2 * kTicksPerHour, &ticks);
@@ -386,21 +368,6 @@ TEST_F(DateTimeMarshal, ManagedDateTimeOffsetIsAlwaysAware)
     EXPECT_EQ(error.type, "ValueError");
 }
 
-TEST_F(DateTimeMarshal, RoundTripThroughManagedLayouts)
-{
-    for (const char* text : {"dt(1, 1, 1)", "dt(1969, 12, 31, 23, 59, 59, 999999)", "dt(2400, 2, 29, 1, 2, 3, 4)",
-                             "dt(9999, 12, 31, 23, 59, 59, 999999)"}) {
-        ClrDateTime value{};
-        ASSERT_EQ(convert(fn_conv_py_datetime_to_clr_datetime, text, &value), 1) << text;
-        PyObject* back = fn_conv_clr_datetime_to_py_datetime(&value);
-        PyObject* original = eval(text);
-        ASSERT_TRUE(back && original);
-        EXPECT_EQ(PyObject_RichCompareBool(back, original, Py_EQ), 1) << text << " came back as " << repr(back);
-        Py_DECREF(back);
-        Py_DECREF(original);
-    }
-}
-
 // --- TimeSpan ---
 
 TEST(TimeSpanArgBuilderTest, NegativeValuesAndBounds)
@@ -449,8 +416,6 @@ TEST(TimeSpanArgBuilderTest, FromTicksTruncatesEveryPartTowardZero)
 TEST_F(DateTimeMarshal, TimeDeltaConverters)
 {
     int64_t ticks = 0;
-    ASSERT_EQ(convert(fn_conv_py_datetimedelta_to_clr_timespan, "timedelta(microseconds=-1)", &ticks), 1);
-    EXPECT_EQ(ticks, -10);
     ASSERT_EQ(convert(fn_conv_py_datetimedelta_to_clr_timespan,
                       "timedelta(seconds=922337203685, microseconds=477580)", &ticks), 1);
     EXPECT_EQ(ticks, 9223372036854775800);

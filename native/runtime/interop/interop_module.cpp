@@ -3,8 +3,11 @@
 #include "interop/interop_module.h"
 
 #include <string>
+#include <vector>
 
+#include "interop/collections.h"
 #include "interop/disposable.h"
+#include "interop/streams.h"
 #include "module/import_errors.h"
 #include "module/module_entry.h"
 #include "objects/markattr.h"
@@ -14,12 +17,54 @@ namespace {
 struct InteropType {
     const char* attr;
     PyTypeObject* type;
+    // Set both as additional and as implicit interfaces.
+    std::vector<PyTypeObject*> interfaces;
     std::string full_name;
 };
 
-InteropType interop_types[] = {
-    {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, std::string()},
-};
+// Readied, marked and added in this order.
+std::vector<InteropType>& interop_types()
+{
+    static std::vector<InteropType> types = {
+        {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, {}, {}},
+        {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, {}, {}},
+        {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, {}, {}},
+        {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}, {}},
+        {"_IListWrapper", &wrpPye_tyds_FFFFFFFF_IListWrapper,
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}, {}},
+        {"_RoColBaseWrapper", &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper,
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}, {}},
+        {"_ColBaseWrapper", &wrpPye_tyds_FFFFFFFF_ColBaseWrapper,
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
+          &wrpPye_tyds_FFFFFFFF_IListWrapper},
+         {}},
+        {"_ArrayWrapper", &wrpPye_tyds_FFFFFFFF_ArrayWrapper,
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
+          &wrpPye_tyds_FFFFFFFF_IListWrapper},
+         {}},
+        {"_ArrListWrapper", &wrpPye_tyds_FFFFFFFF_ArrListWrapper,
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
+          &wrpPye_tyds_FFFFFFFF_IListWrapper},
+         {}},
+        {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, {}, {}},
+        {"_StreamWrapper", &wrpPye_tyds_FFFFFFFF_StreamWrapper, {&wrpPye_tyds_FFFFFFFF_IDisposableWrapper}, {}},
+    };
+    return types;
+}
+
+// Both interface marks of one type; false with an error set.
+bool set_interface_marks(const InteropType& entry)
+{
+    const std::vector<PyTypeObject*>& ifcs = entry.interfaces;
+    if (ifcs.empty())
+        return true;
+    PyTypeObject* a = ifcs[0];
+    PyTypeObject* b = ifcs.size() > 1 ? ifcs[1] : nullptr;
+    PyTypeObject* c = ifcs.size() > 2 ? ifcs[2] : nullptr;
+    int n = (int)ifcs.size();
+    return fn_set_additional_ifcs_markattr(entry.type, n, a, b, c) &&
+           fn_set_implicit_ifcs_markattr(entry.type, n, a, b, c);
+}
 
 PyModuleDef interop_def = {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr};
 std::string interop_name;
@@ -28,7 +73,7 @@ std::string interop_name;
 
 void wrpPye_prepare_interop_types(const char* root_name)
 {
-    for (InteropType& entry : interop_types) {
+    for (InteropType& entry : interop_types()) {
         if (entry.type->tp_flags & Py_TPFLAGS_READY)
             continue;
         entry.full_name = std::string(root_name) + "._wrpgen._interop." + entry.attr;
@@ -46,13 +91,13 @@ PyObject* wrpPye_mlit_FFFFFFFF_interop_wrappers(const char* root_name)
         PyShlErr_ModuleImportError(interop_name.c_str(), 0);
         return nullptr;
     }
-    for (InteropType& entry : interop_types) {
+    for (InteropType& entry : interop_types()) {
         PyTypeObject* type = entry.type;
         if (PyType_Ready(type) < 0) {
             PyShlErr_TypeReadyError(type->tp_name, interop_name.c_str());
             goto error;
         }
-        if (!fn_set_host_markattr(type)) {
+        if (!fn_set_host_markattr(type) || !set_interface_marks(entry)) {
             PyShlErr_TypeImportError(type->tp_name, 3);
             goto error;
         }

@@ -4,9 +4,16 @@
 // side must not call them.
 #include "marshal/callback_tables.h"
 
+#include "interop/containers.h"
+#include "interop/streams.h"
+
+#include "marshal/datetime.h"
+#include "marshal/decimal.h"
+#include "marshal/guid.h"
 #include "marshal/object_api.h"
 #include "marshal/scalars.h"
 #include "marshal/strings.h"
+#include "marshal/timespan.h"
 
 namespace {
 
@@ -21,13 +28,13 @@ void* m_py_read_callbacks[11] = {
     slot(&fn_read_py_bool),
     slot(&fn_read_py_vers_long),
     slot(&fn_read_py_double),
-    nullptr,  // fn_read_py_decimal
-    nullptr,  // fn_read_py_decimal_tuple
-    nullptr,  // fn_read_py_vers_datetime
-    nullptr,  // fn_read_py_vers_date
-    nullptr,  // fn_read_py_vers_time
-    nullptr,  // fn_read_py_datetimedelta
-    nullptr,  // fn_read_py_guid
+    slot(&fn_read_py_decimal),
+    slot(&fn_read_py_decimal_tuple),
+    slot(&fn_read_py_vers_datetime),
+    slot(&fn_read_py_vers_date),
+    slot(&fn_read_py_vers_time),
+    slot(&fn_read_py_datetimedelta),
+    slot(&fn_read_py_guid),
 };
 
 void* m_py_write_callbacks[13] = {
@@ -38,11 +45,11 @@ void* m_py_write_callbacks[13] = {
     slot(&fn_write_py_longlong),
     slot(&fn_write_py_ulonglong),
     slot(&fn_write_py_double),
-    nullptr,  // fn_write_py_decimal
-    nullptr,  // fn_write_py_date_time
-    nullptr,  // fn_write_py_date_time_offset
-    nullptr,  // fn_write_py_datetimedelta
-    nullptr,  // fn_write_py_guid
+    slot(&fn_write_py_decimal),
+    slot(&fn_write_py_date_time),
+    slot(&fn_write_py_date_time_offset),
+    slot(&fn_write_py_datetimedelta),
+    slot(&fn_write_py_guid),
     slot(&fn_write_py_char),
 };
 
@@ -61,26 +68,57 @@ void* m_py_obj_api_callbacks[4] = {
 };
 
 void* m_py_iter_callbacks[1] = {
-    nullptr,  // fn_clbk_iter_next
+    slot(&fn_clbk_iter_next),
 };
 
 void* m_py_ucol_callbacks[11] = {
-    nullptr,  // fn_clbk_ucol_list_length
-    nullptr,  // fn_clbk_ucol_list_longlength
-    nullptr,  // fn_clbk_ucol_remove_at
-    nullptr,  // fn_clbk_ucol_clear
-    nullptr,  // fn_clbk_ucol_sequence_length
-    nullptr,  // fn_clbk_ucol_sequence_longlength
-    nullptr,  // fn_clbk_ucol_get_enumerator
-    nullptr,  // fn_clbk_ucol_object_length
-    nullptr,  // fn_clbk_ucol_create_fast_list
-    nullptr,  // fn_clbk_ucol_create_fast_longlist
+    slot(&fn_clbk_ucol_list_length),
+    slot(&fn_clbk_ucol_list_longlength),
+    slot(&fn_clbk_ucol_remove_at),
+    slot(&fn_clbk_ucol_clear),
+    slot(&fn_clbk_ucol_sequence_length),
+    slot(&fn_clbk_ucol_sequence_longlength),
+    slot(&fn_clbk_ucol_get_enumerator),
+    slot(&fn_clbk_ucol_object_length),
+    slot(&fn_clbk_ucol_create_fast_list),
+    slot(&fn_clbk_ucol_create_fast_longlist),
     slot(&fn_clbk_ucol_get_unicode_bytes),
 };
 
-void* m_py_olist_callbacks[11] = {};  // list views: not part of this runtime yet
-void* m_py_oseq_callbacks[3] = {};    // sequence views
-void* m_py_rawio_callbacks[12] = {};  // Python file objects as managed streams
+void* m_py_olist_callbacks[11] = {
+    slot(&fn_clbk_olist_get_item),
+    slot(&fn_clbk_olist_set_item),
+    slot(&fn_clbk_olist_add),
+    slot(&fn_clbk_olist_insert),
+    slot(&fn_clbk_olist_remove),
+    slot(&fn_clbk_olist_contains),
+    slot(&fn_clbk_olist_index_of),
+    slot(&fn_clbk_olist_set_fast_item),
+    slot(&fn_clbk_olist_write_clr_ilist),
+    slot(&fn_clbk_olist_write_clr_arrlist),
+    slot(&fn_clbk_olist_write_clr_array),
+};
+
+void* m_py_oseq_callbacks[3] = {
+    slot(&fn_clbk_oseq_get_item),
+    slot(&fn_clbk_oseq_contains),
+    slot(&fn_clbk_oseq_index_of),
+};
+
+void* m_py_rawio_callbacks[12] = {
+    slot(&fn_clbk_rawio_write),
+    slot(&fn_clbk_rawio_write_byte),
+    slot(&fn_clbk_rawio_read),
+    slot(&fn_clbk_rawio_readbyte),
+    slot(&fn_clbk_rawio_seek),
+    slot(&fn_clbk_rawio_flush),
+    slot(&fn_clbk_rawio_close),
+    slot(&fn_clbk_rawio_readable),
+    slot(&fn_clbk_rawio_writable),
+    slot(&fn_clbk_rawio_seekable),
+    slot(&fn_clbk_rawio_tell),
+    slot(&fn_clbk_rawio_length),
+};
 
 void** m_all_py_wrapper_callbacks[9] = {
     m_py_read_callbacks,  m_py_write_callbacks, m_py_buffer_callbacks,

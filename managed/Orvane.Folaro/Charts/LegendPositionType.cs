@@ -1,0 +1,10 @@
+namespace Orvane.Folaro.Charts;
+
+public enum LegendPositionType
+{
+    Bottom,
+    Left,
+    Right,
+    Top,
+    TopRight,
+}

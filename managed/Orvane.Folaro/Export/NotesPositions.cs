@@ -1,0 +1,8 @@
+namespace Orvane.Folaro.Export;
+
+public enum NotesPositions
+{
+    None,
+    BottomFull,
+    BottomTruncated,
+}

@@ -1,0 +1,7 @@
+namespace Orvane.Folaro.Export;
+
+public enum PdfTextCompression
+{
+    None,
+    Flate,
+}

@@ -1,0 +1,16 @@
+using DocumentFormat.OpenXml.Packaging;
+
+namespace Orvane.Folaro.Internal;
+
+// The extended (app.xml) properties that follow the content.
+internal static class ExtendedProperties
+{
+    internal static void UpdateSlideCount(PresentationDocument doc)
+    {
+        if (doc.ExtendedFilePropertiesPart?.Properties is not { } props)
+            return;
+        int count = doc.PresentationPart?.Presentation.SlideIdList?.ChildElements.Count ?? 0;
+        if (props.Slides != null)
+            props.Slides.Text = count.ToString(System.Globalization.CultureInfo.InvariantCulture);
+    }
+}

@@ -1,0 +1,27 @@
+namespace Orvane.Folaro;
+
+/// <summary>A shape on a slide, layout or master. Positions and sizes are in points.</summary>
+public interface IShape : ISlideComponent, IHyperlinkContainer
+{
+    /// <summary>The shape's id, unique within its slide.</summary>
+    uint UniqueId { get; }
+
+    string Name { get; set; }
+
+    /// <summary>The alternative text (description) of the shape.</summary>
+    string AlternativeText { get; set; }
+
+    bool Hidden { get; set; }
+
+    /// <summary>True for a placeholder shape, whose position and size may come from its layout or master.</summary>
+    bool IsPlaceholder { get; }
+
+    float X { get; set; }
+    float Y { get; set; }
+    float Width { get; set; }
+    float Height { get; set; }
+
+    ISlideComponent AsISlideComponent { get; }
+
+    IHyperlinkContainer AsIHyperlinkContainer { get; }
+}

@@ -1,0 +1,271 @@
+using System;
+using System.Globalization;
+using System.Linq;
+using DocumentFormat.OpenXml;
+using DocumentFormat.OpenXml.Packaging;
+using Orvane.Folaro.Internal;
+using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
+
+namespace Orvane.Folaro;
+
+/// <summary>The base of every shape: a view over one shape element of a shape tree.</summary>
+public abstract class Shape : IShape
+{
+    private protected Shape(BaseSlide slide, OpenXmlCompositeElement element)
+    {
+        SlideView = slide;
+        Element = element;
+    }
+
+    public uint UniqueId => uint.TryParse(NvAttr("id"), NumberStyles.Integer, CultureInfo.InvariantCulture, out var id) ? id : 0;
+
+    public string Name
+    {
+        get => NvAttr("name") ?? string.Empty;
+        set => SetNvAttr("name", value ?? throw new ArgumentNullException(nameof(value)));
+    }
+
+    public string AlternativeText
+    {
+        get => NvAttr("descr") ?? string.Empty;
+        set => SetNvAttr("descr", string.IsNullOrEmpty(value) ? null : value);
+    }
+
+    public bool Hidden
+    {
+        get => NvAttr("hidden") is "1" or "true";
+        set => SetNvAttr("hidden", value ? "1" : null);
+    }
+
+    public bool IsPlaceholder => PlaceholderOf(Element) != null;
+
+    public float X { get => Emu.ToPoints(Box().X); set => SetBox(x: value); }
+    public float Y { get => Emu.ToPoints(Box().Y); set => SetBox(y: value); }
+    public float Width { get => Emu.ToPoints(Box().Cx); set => SetBox(cx: value); }
+    public float Height { get => Emu.ToPoints(Box().Cy); set => SetBox(cy: value); }
+
+    public IHyperlink? HyperlinkClick
+    {
+        get
+        {
+            var link = NonVisual?.ChildElements.FirstOrDefault(c => c.LocalName == "hlinkClick");
+            if (link == null)
+                return null;
+            string? relId = Attr(link, "id", "http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+            string url = string.Empty;
+            if (!string.IsNullOrEmpty(relId))
+            {
+                var rel = SlideView.PartBase.HyperlinkRelationships.FirstOrDefault(h => h.Id == relId);
+                url = rel?.Uri.OriginalString ?? string.Empty;
+            }
+            var action = Hyperlink.ActionOf(Attr(link, "action"), url.Length > 0);
+            return new Hyperlink(action, url, Attr(link, "tooltip") ?? string.Empty);
+        }
+    }
+
+    public IBaseSlide Slide => SlideView;
+
+    public IPresentation Presentation => SlideView.Owner;
+
+    ISlideComponent IShape.AsISlideComponent => this;
+
+    IHyperlinkContainer IShape.AsIHyperlinkContainer => this;
+
+    IPresentationComponent ISlideComponent.AsIPresentationComponent => this;
+
+    internal BaseSlide SlideView { get; }
+
+    internal OpenXmlCompositeElement Element { get; }
+
+    public override string ToString() => $"{GetType().Name} '{Name}'";
+
+    // --- non-visual properties: <p:nvXxPr><p:cNvPr .../></p:nvXxPr> ---------------------
+
+    private OpenXmlElement? NonVisual =>
+        Element.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))
+            ?.ChildElements.FirstOrDefault(c => c.LocalName == "cNvPr");
+
+    private string? NvAttr(string name) => NonVisual is { } nv ? Attr(nv, name) : null;
+
+    private void SetNvAttr(string name, string? value)
+    {
+        var nv = NonVisual ?? throw new PptxEditException($"{SlideView.Where}: the shape has no non-visual properties");
+        if (value == null)
+            nv.RemoveAttribute(name, string.Empty);
+        else
+            nv.SetAttribute(new OpenXmlAttribute(name, string.Empty, value));
+    }
+
+    private static string? Attr(OpenXmlElement element, string name, string ns = "")
+    {
+        foreach (var a in element.GetAttributes())
+            if (a.LocalName == name && a.NamespaceUri == ns)
+                return a.Value;
+        return null;
+    }
+
+    // --- position and size ------------------------------------------------------------
+
+    private readonly record struct Rect(long X, long Y, long Cx, long Cy);
+
+    // The shape's own transform, else that of the placeholder it inherits from.
+    private Rect Box()
+    {
+        if (OwnTransform(Element) is { } own)
+            return own;
+        var ph = PlaceholderOf(Element);
+        if (ph == null)
+            return default;
+        bool first = true;
+        foreach (var tree in InheritedTrees())
+        {
+            // A slide matches its layout's placeholder by index; masters are matched by kind.
+            var match = FindPlaceholder(tree, ph, byTypeOnly: !(first && SlideView is Slide));
+            first = false;
+            if (match != null && OwnTransform(match) is { } inherited)
+                return inherited;
+        }
+        return default;
+    }
+
+    private void SetBox(float? x = null, float? y = null, float? cx = null, float? cy = null)
+    {
+        var current = Box();
+        var xfrm = TransformElement(Element, create: true)
+            ?? throw new PptxEditException($"{SlideView.Where}: shape '{Name}' has no place for a position");
+        long nx = x is float fx ? Emu.FromPoints(fx) : current.X;
+        long ny = y is float fy ? Emu.FromPoints(fy) : current.Y;
+        long ncx = cx is float fcx ? NonNegative(fcx, nameof(Width)) : current.Cx;
+        long ncy = cy is float fcy ? NonNegative(fcy, nameof(Height)) : current.Cy;
+        Child(xfrm, "off", () => new A.Offset(), prepend: true).SetAttributes(new[]
+        {
+            new OpenXmlAttribute("x", string.Empty, nx.ToString(CultureInfo.InvariantCulture)),
+            new OpenXmlAttribute("y", string.Empty, ny.ToString(CultureInfo.InvariantCulture)),
+        });
+        Child(xfrm, "ext", () => new A.Extents(), prepend: false).SetAttributes(new[]
+        {
+            new OpenXmlAttribute("cx", string.Empty, ncx.ToString(CultureInfo.InvariantCulture)),
+            new OpenXmlAttribute("cy", string.Empty, ncy.ToString(CultureInfo.InvariantCulture)),
+        });
+    }
+
+    private long NonNegative(float points, string what) =>
+        points >= 0 && !float.IsNaN(points)
+            ? Emu.FromPoints(points)
+            : throw new ArgumentOutOfRangeException(what, points, $"Shape.{what} must not be negative");
+
+    private static OpenXmlElement Child(OpenXmlElement parent, string localName, Func<OpenXmlElement> create, bool prepend)
+    {
+        var found = parent.ChildElements.FirstOrDefault(c => c.LocalName == localName);
+        if (found != null)
+            return found;
+        var made = create();
+        if (prepend)
+            parent.PrependChild(made);
+        else
+        {
+            var off = parent.ChildElements.FirstOrDefault(c => c.LocalName == "off");
+            if (off != null)
+                parent.InsertAfter(made, off);
+            else
+                parent.PrependChild(made);
+        }
+        return made;
+    }
+
+    private static Rect? OwnTransform(OpenXmlElement shape)
+    {
+        var xfrm = TransformElement(shape, create: false);
+        if (xfrm == null)
+            return null;
+        var off = xfrm.ChildElements.FirstOrDefault(c => c.LocalName == "off");
+        var ext = xfrm.ChildElements.FirstOrDefault(c => c.LocalName == "ext");
+        if (off == null && ext == null)
+            return null;
+        return new Rect(Long(off, "x"), Long(off, "y"), Long(ext, "cx"), Long(ext, "cy"));
+    }
+
+    private static long Long(OpenXmlElement? element, string name) =>
+        element != null && long.TryParse(Attr(element, name), NumberStyles.Integer, CultureInfo.InvariantCulture, out var v) ? v : 0;
+
+    // spPr/xfrm, grpSpPr/xfrm, or a direct xfrm child (graphic frames, content parts).
+    private static OpenXmlElement? TransformElement(OpenXmlElement shape, bool create)
+    {
+        foreach (var child in shape.ChildElements)
+        {
+            if (child.LocalName == "xfrm")
+                return child;
+            if (child.LocalName is "spPr" or "grpSpPr")
+            {
+                var inner = child.ChildElements.FirstOrDefault(c => c.LocalName == "xfrm");
+                if (inner != null || !create)
+                    return inner;
+                OpenXmlElement made = child.LocalName == "grpSpPr" ? new A.TransformGroup() : new A.Transform2D();
+                child.PrependChild(made);
+                return made;
+            }
+        }
+        return null;
+    }
+
+    // --- placeholder inheritance -------------------------------------------------------
+
+    private static P.PlaceholderShape? PlaceholderOf(OpenXmlElement shape) =>
+        shape.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))
+            ?.ChildElements.OfType<P.ApplicationNonVisualDrawingProperties>().FirstOrDefault()?.PlaceholderShape;
+
+    // The layout's tree then the master's, for a slide; the master's for a layout.
+    private System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees()
+    {
+        OpenXmlPart? part = SlideView.PartBase;
+        while (true)
+        {
+            part = part switch
+            {
+                SlidePart s => s.SlideLayoutPart,
+                SlideLayoutPart l => l.SlideMasterPart,
+                _ => null,
+            };
+            if (part?.RootElement?.GetFirstChild<P.CommonSlideData>()?.ShapeTree is not { } tree)
+                yield break;
+            yield return tree;
+        }
+    }
+
+    private static OpenXmlElement? FindPlaceholder(P.ShapeTree tree, P.PlaceholderShape ph, bool byTypeOnly)
+    {
+        var type = ph.Type?.Value ?? P.PlaceholderValues.Object;
+        uint idx = ph.Index?.Value ?? 0;
+        OpenXmlElement? byType = null;
+        foreach (var shape in tree.ChildElements)
+        {
+            if (PlaceholderOf(shape) is not { } other)
+                continue;
+            var otherType = other.Type?.Value ?? P.PlaceholderValues.Object;
+            if (!byTypeOnly && idx != 0 && (other.Index?.Value ?? 0) == idx)
+                return shape;
+            if (byType == null && SameKind(type, otherType))
+                byType = shape;
+        }
+        return byType;
+    }
+
+    private static bool SameKind(P.PlaceholderValues a, P.PlaceholderValues b) => Kind(a) == Kind(b);
+
+    // Title kinds inherit from the title, content kinds from the body.
+    private static string Kind(P.PlaceholderValues type)
+    {
+        if (type == P.PlaceholderValues.Title || type == P.PlaceholderValues.CenteredTitle)
+            return "title";
+        if (type == P.PlaceholderValues.DateAndTime)
+            return "dt";
+        if (type == P.PlaceholderValues.Footer)
+            return "ftr";
+        if (type == P.PlaceholderValues.SlideNumber)
+            return "sldNum";
+        if (type == P.PlaceholderValues.Header)
+            return "hdr";
+        return "body";
+    }
+}

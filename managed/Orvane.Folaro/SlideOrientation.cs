@@ -1,0 +1,7 @@
+namespace Orvane.Folaro;
+
+public enum SlideOrientation
+{
+    Landscape,
+    Portrait,
+}

@@ -1,0 +1,8 @@
+namespace Orvane.Folaro.SlideShow;
+
+public enum TransitionSpeed
+{
+    Fast,
+    Medium,
+    Slow,
+}

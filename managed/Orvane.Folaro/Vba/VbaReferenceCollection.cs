@@ -1,0 +1,48 @@
+using System;
+using System.Collections;
+using System.Collections.Generic;
+
+namespace Orvane.Folaro.Vba;
+
+public interface IVbaReferenceCollection : IEnumerable<IVbaReference>
+{
+    int Count { get; }
+
+    IVbaReference this[int index] { get; }
+
+    void Add(IVbaReference value);
+
+    void Remove(IVbaReference value);
+}
+
+public sealed class VbaReferenceCollection : IVbaReferenceCollection
+{
+    private readonly List<IVbaReference> _items = new();
+
+    internal VbaReferenceCollection()
+    {
+    }
+
+    public int Count => _items.Count;
+
+    public IVbaReference this[int index] =>
+        index >= 0 && index < _items.Count
+            ? _items[index]
+            : throw new ArgumentOutOfRangeException(nameof(index), index, $"VbaReferenceCollection[index]: index must be in [0, {_items.Count})");
+
+    public void Add(IVbaReference value)
+    {
+        ArgumentNullException.ThrowIfNull(value);
+        _items.Add(value);
+    }
+
+    public void Remove(IVbaReference value)
+    {
+        if (!_items.Remove(value))
+            throw new ArgumentException("VbaReferenceCollection.Remove: the reference is not in this project", nameof(value));
+    }
+
+    public IEnumerator<IVbaReference> GetEnumerator() => _items.GetEnumerator();
+
+    IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+}

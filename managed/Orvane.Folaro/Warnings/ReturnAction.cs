@@ -1,0 +1,7 @@
+namespace Orvane.Folaro.Warnings;
+
+public enum ReturnAction
+{
+    Continue,
+    Abort,
+}

@@ -1,0 +1,11 @@
+namespace Orvane.Folaro.Warnings;
+
+public enum WarningType
+{
+    SourceFileCorruption,
+    DataLoss,
+    MajorFormattingLoss,
+    MinorFormattingLoss,
+    CompatibilityIssue,
+    UnexpectedContent,
+}

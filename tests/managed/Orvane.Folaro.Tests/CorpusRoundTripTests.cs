@@ -1,0 +1,117 @@
+using System;
+using System.Collections.Generic;
+using System.Diagnostics;
+using System.IO;
+using System.Linq;
+using Xunit;
+
+namespace Orvane.Folaro.Tests;
+
+public class CorpusRoundTripTests
+{
+    public static IEnumerable<object[]> Decks() =>
+        TestFiles.CorpusDecks().Select(f => new object[] { Path.GetRelativePath(TestFiles.Corpus, f) });
+
+    // Each deck either loads, saves and reloads with the same slides and every part kept,
+    // or is rejected on load with PptxReadException; nothing else and never slowly.
+    [Theory]
+    [MemberData(nameof(Decks))]
+    public void DeckRoundTripsOrIsRejectedCleanly(string relative)
+    {
+        var path = TestFiles.CorpusFile(relative);
+        var input = File.ReadAllBytes(path);
+        var clock = Stopwatch.StartNew();
+        Presentation pres;
+        try
+        {
+            pres = new Presentation(path);
+        }
+        catch (PptxReadException ex)
+        {
+            Assert.Contains(path, ex.Message);
+            Assert.True(clock.Elapsed < TimeSpan.FromSeconds(10), $"rejection took {clock.Elapsed}");
+            return;
+        }
+        using (IPresentation loaded = pres)
+        {
+            var names = loaded.Slides.Select(s => (s.Name, s.Hidden, s.LayoutSlide.Name)).ToList();
+            var shapes = loaded.Slides.Select(s => s.Shapes.Count).ToList();
+            // Saved in its own format, so that a macro-enabled deck keeps its VBA part.
+            var output = TestFiles.SaveToBytes(loaded, Enum.Parse<SaveFormat>(loaded.SourceFormat.ToString()));
+            var lost = TestFiles.PartNames(input).Except(TestFiles.PartNames(output), StringComparer.OrdinalIgnoreCase)
+                .Where(n => !n.EndsWith('/'))
+                .ToList();
+            Assert.True(lost.Count == 0, $"parts lost: {string.Join(", ", lost)}");
+            // The extended properties carry the slide count and may be updated on save.
+            var changed = TestFiles.ChangedEntries(input, output, "docProps/app.xml");
+            Assert.True(changed.Count == 0, $"parts changed: {string.Join(", ", changed)}");
+            // The output has no schema error that the input did not have.
+            var newErrors = TestFiles.Validate(output).Except(TestFiles.Validate(input)).ToList();
+            Assert.True(newErrors.Count == 0, TestFiles.Describe(newErrors));
+            using IPresentation back = new Presentation(new MemoryStream(output));
+            Assert.Equal(names, back.Slides.Select(s => (s.Name, s.Hidden, s.LayoutSlide.Name)).ToList());
+            Assert.Equal(shapes, back.Slides.Select(s => s.Shapes.Count).ToList());
+            Assert.Equal(loaded.Masters.Count, back.Masters.Count);
+            Assert.Equal(loaded.LayoutSlides.Count, back.LayoutSlides.Count);
+        }
+        Assert.True(clock.Elapsed < TimeSpan.FromSeconds(10), $"took {clock.Elapsed}");
+    }
+
+    [Fact]
+    public void CorpusIsFound()
+    {
+        Assert.True(TestFiles.HasCorpus, "shared/corpus not found");
+        Assert.True(TestFiles.CorpusDecks().Count() > 50);
+    }
+
+    [Fact]
+    public void LoadingLeavesTheSourceFileUnlockedAndUnchanged()
+    {
+        var source = TestFiles.CorpusFile("python-pptx/minimal.pptx");
+        var dir = TestFiles.NewTempDir();
+        try
+        {
+            var path = Path.Combine(dir, "copy.pptx");
+            File.Copy(source, path);
+            var before = File.ReadAllBytes(path);
+            using (IPresentation pres = new Presentation(path))
+            {
+                // Writable and deletable while the presentation is open.
+                using (new FileStream(path, FileMode.Open, FileAccess.ReadWrite, FileShare.None))
+                {
+                }
+                pres.Slides.AddEmptySlide(pres.LayoutSlides[0]);
+                pres.Save(Path.Combine(dir, "out.pptx"), SaveFormat.Pptx);
+            }
+            Assert.Equal(before, File.ReadAllBytes(path));
+        }
+        finally
+        {
+            Directory.Delete(dir, true);
+        }
+    }
+
+    [Fact]
+    public void SavingOverTheSourceFileWorks()
+    {
+        var dir = TestFiles.NewTempDir();
+        try
+        {
+            var path = Path.Combine(dir, "deck.pptx");
+            File.Copy(TestFiles.CorpusFile("python-pptx/minimal.pptx"), path);
+            int count;
+            using (IPresentation pres = new Presentation(path))
+            {
+                pres.Slides.AddEmptySlide(pres.LayoutSlides[0]);
+                count = pres.Slides.Count;
+                pres.Save(path, SaveFormat.Pptx);
+            }
+            using IPresentation back = new Presentation(path);
+            Assert.Equal(count, back.Slides.Count);
+        }
+        finally
+        {
+            Directory.Delete(dir, true);
+        }
+    }
+}

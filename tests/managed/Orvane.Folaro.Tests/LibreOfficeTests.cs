@@ -1,0 +1,67 @@
+using System;
+using System.Diagnostics;
+using System.IO;
+using System.Linq;
+using System.Text.RegularExpressions;
+using Xunit;
+
+namespace Orvane.Folaro.Tests;
+
+// LibreOffice must open what we write: converting a new deck to PDF gives one page per slide.
+public class LibreOfficeTests
+{
+    private static string? Soffice() =>
+        (Environment.GetEnvironmentVariable("PATH") ?? "").Split(':')
+            .Select(d => Path.Combine(d, "soffice"))
+            .FirstOrDefault(File.Exists);
+
+    [SkippableFactIfNoSoffice]
+    public void NewDeckConvertsToPdfWithOnePagePerSlide()
+    {
+        using IPresentation pres = new Presentation();
+        foreach (var layout in pres.LayoutSlides)
+            pres.Slides.AddEmptySlide(layout);
+        Assert.Equal(11, PdfPages(TestFiles.SaveToBytes(pres)));
+    }
+
+    [SkippableFactIfNoSoffice]
+    public void DeckWithSlidesClonedAcrossConvertsToPdf()
+    {
+        var bytes = SlideCollectionTests.CloneChartPictureAndNotesIntoNewDeck(out _, out _);
+        Assert.Equal(2, PdfPages(bytes));
+    }
+
+    private static int PdfPages(byte[] package)
+    {
+        var dir = TestFiles.NewTempDir();
+        try
+        {
+            var deck = Path.Combine(dir, "deck.pptx");
+            File.WriteAllBytes(deck, package);
+            var start = new ProcessStartInfo(Soffice()!, $"-env:UserInstallation=file://{dir}/profile --headless --convert-to pdf --outdir {dir} {deck}")
+            {
+                RedirectStandardOutput = true,
+                RedirectStandardError = true,
+            };
+            using var process = Process.Start(start)!;
+            Assert.True(process.WaitForExit(120_000), "soffice did not finish in 2 minutes");
+            var pdf = Path.Combine(dir, "deck.pdf");
+            Assert.True(File.Exists(pdf), process.StandardError.ReadToEnd());
+            var text = System.Text.Encoding.Latin1.GetString(File.ReadAllBytes(pdf));
+            return Regex.Matches(text, @"/Type\s*/Page[^s]").Count;
+        }
+        finally
+        {
+            Directory.Delete(dir, true);
+        }
+    }
+
+    private sealed class SkippableFactIfNoSofficeAttribute : FactAttribute
+    {
+        public SkippableFactIfNoSofficeAttribute()
+        {
+            if (Soffice() == null)
+                Skip = "soffice is not installed (Debian package libreoffice-impress)";
+        }
+    }
+}

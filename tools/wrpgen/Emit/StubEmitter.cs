@@ -1,0 +1,113 @@
+using System.Collections.Generic;
+using System.Linq;
+using Orvane.WrpGen.Model;
+
+namespace Orvane.WrpGen.Emit
+{
+    /// <summary>.pyi stubs for editors: one per module, with the bound members and their Python types.</summary>
+    internal static class StubEmitter
+    {
+        public static void Run(EmitContext ctx)
+        {
+            foreach (var m in ctx.Model.Modules)
+            {
+                string path = string.Join("/", m.PyName.Split('.')) + "/__init__.pyi";
+                ctx.PyiFiles[path] = Emit(ctx.Model, m);
+            }
+        }
+
+        private static string Emit(BindingModel model, ModuleNode m)
+        {
+            var imports = new SortedSet<string>(System.StringComparer.Ordinal) { "enum", "typing" };
+            var w = new CodeWriter();
+            string PyType(TypeRef t, bool nullable)
+            {
+                switch (t.Kind)
+                {
+                    case BindKind.Void: return "None";
+                    case BindKind.Bool: return "bool";
+                    case BindKind.Float or BindKind.Double: return "float";
+                    case BindKind.Char or BindKind.String: return nullable && t.Kind == BindKind.String ? "typing.Optional[str]" : "str";
+                    case BindKind.Bytes: return nullable ? "typing.Optional[bytes]" : "bytes";
+                    case BindKind.Disposable: return "typing.Any";
+                    case BindKind.Object:
+                    case BindKind.SiblingObject:
+                        {
+                            string module = t.Bound?.Module.PyName ?? t.Sibling!.PythonModule;
+                            string name = t.Bound?.Name ?? t.Sibling!.Name;
+                            string full = module == m.PyName ? name : module + "." + name;
+                            if (module != m.PyName) imports.Add(module);
+                            return nullable ? $"typing.Optional[{Quote(full)}]" : Quote(full);
+                        }
+                    default: return "int";
+                }
+            }
+            string Quote(string s) => "\"" + s + "\"";
+            string Params(MethodModel mm) =>
+                string.Concat(mm.Parameters.Select(p => $", {p.PyName}: {PyType(p.Type, true)}"));
+
+            foreach (var e in m.Enums)
+            {
+                w.Line($"class {e.Name}(enum.IntEnum):");
+                w.Indent();
+                if (e.EnumMembers.Count == 0) w.Line("pass");
+                foreach (var em in e.EnumMembers)
+                    w.Line(em.RawValue != null ? $"{em.PyName} = {em.RawValue}" : $"{em.PyName}: int");
+                w.Outdent().Line();
+            }
+            foreach (var t in m.Types)
+            {
+                string bases = t.Base == null ? "" : $"({(t.Base.Module == m ? t.Base.Name : t.Base.PythonFullName)})";
+                if (t.Base != null && t.Base.Module != m) imports.Add(t.Base.Module.PyName);
+                w.Line($"class {t.Name}{bases}:");
+                w.Indent();
+                int before = 0;
+                foreach (var s in t.BoundStaticMembers)
+                { w.Line($"{s.Key}: typing.ClassVar[{PyType(s.Type, false)}]"); before++; }
+                var ctors = t.BoundConstructors.ToList();
+                foreach (var c in ctors)
+                {
+                    if (ctors.Count > 1) w.Line("@typing.overload");
+                    w.Line($"def __init__(self{Params(c)}) -> None: ...");
+                    before++;
+                }
+                if (t.IsDisposable)
+                {
+                    w.Line($"def __enter__(self) -> \"{t.Name}\": ...");
+                    w.Line("def __exit__(self, *args: typing.Any) -> None: ...");
+                    before++;
+                }
+                foreach (var p in t.PyProperties.Where(p => p.Source != SlotSource.Inherited))
+                {
+                    w.Line("@property");
+                    w.Line($"def {p.PyName}(self) -> {PyType(p.Property.Type, true)}: ...");
+                    if (p.Property.CanWrite)
+                    {
+                        w.Line($"@{p.PyName}.setter");
+                        w.Line($"def {p.PyName}(self, value: {PyType(p.Property.Type, true)}) -> None: ...");
+                    }
+                    before++;
+                }
+                foreach (var slot in t.PyMethods.Where(s => s.Source != SlotSource.Inherited))
+                {
+                    foreach (var c in slot.Candidates)
+                    {
+                        if (slot.IsStatic) w.Line("@staticmethod");
+                        if (slot.Candidates.Count > 1) w.Line("@typing.overload");
+                        string self = slot.IsStatic ? Params(c.Method).TrimStart(',', ' ') : "self" + Params(c.Method);
+                        w.Line($"def {slot.PyName}({self}) -> {PyType(c.Method.Result, true)}: ...");
+                    }
+                    before++;
+                }
+                if (before == 0) w.Line("...");
+                w.Outdent().Line();
+            }
+            var head = new CodeWriter();
+            head.Line($"# Stubs of {m.PyName}; generated by WrpGen.");
+            foreach (string i in imports.Where(i => i != m.PyName))
+                head.Line($"import {i}");
+            head.Line();
+            return head.ToString() + w.ToString();
+        }
+    }
+}

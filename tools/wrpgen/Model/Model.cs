@@ -1,0 +1,283 @@
+using System;
+using System.Collections.Generic;
+using System.Linq;
+using System.Reflection;
+
+namespace Orvane.WrpGen.Model
+{
+    internal enum TypeKind { Class, Struct, Interface, Enum }
+
+    /// <summary>How a parameter or result crosses the boundary.</summary>
+    internal enum BindKind
+    {
+        Void, Bool, Int8, UInt8, Int16, UInt16, Int32, UInt32, Int64, UInt64, Float, Double, Char,
+        Enum, String, Bytes,
+        /// <summary>A class, struct or interface bound by this module.</summary>
+        Object,
+        /// <summary>A class or struct of a sibling module, reached through its capsule.</summary>
+        SiblingObject,
+        /// <summary>System.IDisposable, seen through the runtime's disposable wrapper.</summary>
+        Disposable,
+        /// <summary>Not bindable this round; <see cref="TypeRef.SkipKind"/> says why.</summary>
+        Skipped,
+    }
+
+    /// <summary>A parameter or result type together with its binding kind.</summary>
+    internal sealed class TypeRef
+    {
+        public TypeRef(BindKind kind, Type clr) { Kind = kind; Clr = clr; }
+        public BindKind Kind { get; }
+        public Type Clr { get; }
+        /// <summary>Underlying integer kind of an enum.</summary>
+        public BindKind Underlying { get; init; }
+        public BoundType? Bound { get; init; }
+        public SiblingType? Sibling { get; init; }
+        public string? SkipKind { get; init; }
+        public bool IsSkipped => Kind == BindKind.Skipped;
+    }
+
+    /// <summary>A public type of a sibling module; this module converts it through the sibling's capsule.</summary>
+    internal sealed class SiblingType
+    {
+        public SiblingType(Type clr, string fullName, string name, string id, string pythonModule, TypeKind kind)
+        { Clr = clr; FullName = fullName; Name = name; Id = id; PythonModule = pythonModule; Kind = kind; }
+        public Type Clr { get; }
+        public string FullName { get; }
+        public string Name { get; }
+        public string Id { get; }
+        public string PythonModule { get; }
+        public TypeKind Kind { get; }
+        /// <summary>The sibling extension module itself (imported before its capsules).</summary>
+        public string RootModule { get; init; } = "";
+        public string CapsuleName => PythonModule + "._C_APIT_" + Name;
+        public string PyToClrSlot => $"wrpPyl_convcaps_py_to_clr_{Id}_{Name}";
+        public string ClrToPySlot => $"wrpPyl_convcaps_clr_to_py_{Id}_{Name}";
+        /// <summary>The O&amp; trampoline that calls <see cref="PyToClrSlot"/>.</summary>
+        public string PyToClrTrampoline => $"wrpPyl_conv_py_to_clr_{Id}_{Name}";
+    }
+
+    internal sealed class ParameterModel
+    {
+        public ParameterModel(string name, TypeRef type) { Name = name; Type = type; }
+        public string Name { get; }
+        public TypeRef Type { get; }
+        public string PyName { get; set; } = "";
+    }
+
+    /// <summary>A constructor or method; also the entry that binds it.</summary>
+    internal sealed class MethodModel
+    {
+        public MethodModel(BoundType owner, string name, bool isCtor, bool isStatic, List<ParameterModel> parameters, TypeRef result)
+        { Owner = owner; Name = name; IsCtor = isCtor; IsStatic = isStatic; Parameters = parameters; Result = result; }
+        public BoundType Owner { get; }
+        /// <summary>Managed name (the class name for constructors).</summary>
+        public string Name { get; }
+        public bool IsCtor { get; }
+        public bool IsStatic { get; }
+        public List<ParameterModel> Parameters { get; }
+        public TypeRef Result { get; }
+        /// <summary>A struct's implicit parameterless constructor, absent from metadata.</summary>
+        public bool IsImplicitDefault { get; init; }
+        public string? SkipKind { get; set; }
+        public bool IsBound => SkipKind == null;
+        /// <summary>Index among the overloads of this managed name, skipped ones included.</summary>
+        public int Number { get; set; }
+        public string PyName { get; set; } = "";
+        /// <summary>Index of this overload inside its Python-name group of the owner.</summary>
+        public int GroupIndex { get; set; }
+        public string EntryName => IsCtor ? $"ctor_{Number:D3}_{Name}" : $"call_{Number:D3}_{Name}";
+        /// <summary>Managed parameter types, the identity used to tell overloads apart across types.</summary>
+        public string SignatureKey => string.Join(",", Parameters.Select(p => p.Type.Clr.FullName ?? p.Type.Clr.Name));
+        public string ReportSignature { get; set; } = "";
+    }
+
+    /// <summary>An instance property (or public instance field) of a bound type.</summary>
+    internal sealed class PropertyModel
+    {
+        public PropertyModel(BoundType owner, string name, TypeRef type, bool canRead, bool canWrite, bool isField)
+        { Owner = owner; Name = name; Type = type; CanRead = canRead; CanWrite = canWrite; IsField = isField; }
+        public BoundType Owner { get; }
+        public string Name { get; }
+        public TypeRef Type { get; }
+        public bool CanRead { get; }
+        public bool CanWrite { get; }
+        public bool IsField { get; }
+        public string? SkipKind { get; set; }
+        public bool IsBound => SkipKind == null;
+        public string PyName { get; set; } = "";
+        public string ReportSignature { get; init; } = "";
+    }
+
+    /// <summary>A static field, constant or static property: a class attribute filled at import.</summary>
+    internal sealed class StaticMemberModel
+    {
+        public StaticMemberModel(BoundType owner, string name, TypeRef type, bool isField)
+        { Owner = owner; Name = name; Type = type; IsField = isField; }
+        public BoundType Owner { get; }
+        public string Name { get; }
+        public TypeRef Type { get; }
+        public bool IsField { get; }
+        public string? SkipKind { get; set; }
+        public bool IsBound => SkipKind == null;
+        /// <summary>The key in the type's dictionary: UPPER_SNAKE for fields, snake_case for properties.</summary>
+        public string Key { get; set; } = "";
+        public string ReportSignature { get; init; } = "";
+    }
+
+    internal sealed class EnumMemberModel
+    {
+        public EnumMemberModel(string name, object? rawValue) { Name = name; RawValue = rawValue; }
+        public string Name { get; }
+        public object? RawValue { get; }
+        public string PyName { get; set; } = "";
+    }
+
+    /// <summary>One overload as a candidate of a Python method: where it is defined decides how it is called.</summary>
+    internal sealed class Candidate
+    {
+        public Candidate(MethodModel method) { Method = method; }
+        public MethodModel Method { get; }
+        public BoundType Owner => Method.Owner;
+    }
+
+    /// <summary>Where the function behind a Python member of a type comes from.</summary>
+    internal enum SlotSource
+    {
+        /// <summary>Generated in the type's own unit.</summary>
+        Local,
+        /// <summary>Another type's exported (shared) function.</summary>
+        Shared,
+        /// <summary>Provided by the Python base type; no table entry.</summary>
+        Inherited,
+    }
+
+    internal sealed class PyPropertySlot
+    {
+        public PyPropertySlot(string pyName, PropertyModel property, SlotSource source, BoundType provider)
+        { PyName = pyName; Property = property; Source = source; Provider = provider; }
+        public string PyName { get; }
+        public PropertyModel Property { get; }
+        public SlotSource Source { get; }
+        /// <summary>The type whose unit defines the functions (the property's owner).</summary>
+        public BoundType Provider { get; }
+    }
+
+    internal sealed class PyMethodSlot
+    {
+        public PyMethodSlot(string pyName, bool isStatic, List<Candidate> candidates, SlotSource source, BoundType provider)
+        { PyName = pyName; IsStatic = isStatic; Candidates = candidates; Source = source; Provider = provider; }
+        public string PyName { get; }
+        public bool IsStatic { get; }
+        public List<Candidate> Candidates { get; }
+        public SlotSource Source { get; }
+        /// <summary>The type whose unit defines the function.</summary>
+        public BoundType Provider { get; }
+        public bool IsDispatcher => Candidates.Count > 1;
+        /// <summary>A single parameterless instance overload: called with METH_NOARGS.</summary>
+        public bool IsNoArgs => !IsStatic && Candidates.Count == 1 && Candidates[0].Method.Parameters.Count == 0;
+    }
+
+    /// <summary>A public class, struct, interface or enum of the input assembly.</summary>
+    internal sealed class BoundType
+    {
+        public BoundType(Type clr, TypeKind kind) { Clr = clr; Kind = kind; FullName = clr.FullName!; Name = clr.Name; Namespace = clr.Namespace ?? ""; }
+        public Type Clr { get; }
+        public TypeKind Kind { get; }
+        public string FullName { get; }
+        public string Name { get; }
+        public string Namespace { get; }
+        public bool IsSealed => Clr.IsSealed;
+        public bool IsInterface => Kind == TypeKind.Interface;
+        public bool IsEnum => Kind == TypeKind.Enum;
+        public bool IsStruct => Kind == TypeKind.Struct;
+
+        public string Id { get; set; } = "";
+        public ModuleNode Module { get; set; } = null!;
+        public string PythonFullName => Module.PyName + "." + Name;
+        public string ProxyNamespace { get; set; } = "";
+        public string ProxyClass => "WrpCs_" + Name;
+        public string ProxyFullName => ProxyNamespace + "." + ProxyClass;
+        /// <summary>Identifier infix used by every generated symbol of the type.</summary>
+        public string Tag => Id + "_" + Name;
+
+        public BoundType? Base { get; set; }
+        /// <summary>Bound interfaces the type implements, directly or through bases, in metadata order.</summary>
+        public List<BoundType> Interfaces { get; } = new();
+        public bool IsDisposable { get; set; }
+        /// <summary>Position of System.IDisposable among the implemented interfaces (-1: not disposable).</summary>
+        public int DisposableIndex { get; set; } = -1;
+
+        public List<MethodModel> Constructors { get; } = new();
+        public List<MethodModel> Methods { get; } = new();
+        public List<PropertyModel> Properties { get; } = new();
+        public List<StaticMemberModel> StaticMembers { get; } = new();
+        public List<EnumMemberModel> EnumMembers { get; } = new();
+        public BindKind EnumUnderlying { get; set; } = BindKind.Int32;
+
+        /// <summary>Python tables, filled by the sharing pass.</summary>
+        public List<PyPropertySlot> PyProperties { get; } = new();
+        public List<PyMethodSlot> PyMethods { get; } = new();
+        /// <summary>Overloads other types' dispatchers call through this type's htgn functions.</summary>
+        public HashSet<MethodModel> ExportedCandidates { get; } = new();
+
+        public IEnumerable<MethodModel> BoundConstructors => Constructors.Where(c => c.IsBound);
+        public IEnumerable<StaticMemberModel> BoundStaticMembers => StaticMembers.Where(s => s.IsBound);
+        public bool HasStaticInitialiser => !IsEnum && BoundStaticMembers.Any();
+
+        public override string ToString() => FullName;
+    }
+
+    /// <summary>A Python module of the generated tree (one per managed namespace, plus empty parents).</summary>
+    internal sealed class ModuleNode
+    {
+        public ModuleNode(string pyName, string ns, ModuleNode? parent) { PyName = pyName; Namespace = ns; Parent = parent; }
+        public string PyName { get; }
+        public string Namespace { get; }
+        public ModuleNode? Parent { get; }
+        public string Segment => PyName.Substring(PyName.LastIndexOf('.') + 1);
+        public string Id { get; set; } = "";
+        public string Tag => Id + "_" + Segment;
+        public List<ModuleNode> Children { get; } = new();
+        /// <summary>Classes, structs and interfaces, in generator order.</summary>
+        public List<BoundType> Types { get; } = new();
+        public List<BoundType> Enums { get; } = new();
+
+        public IEnumerable<ModuleNode> SelfAndDescendants()
+        {
+            yield return this;
+            foreach (var c in Children)
+                foreach (var d in c.SelfAndDescendants())
+                    yield return d;
+        }
+
+        /// <summary>Whether this module or one below it has static-field initialisers.</summary>
+        public bool HasStaticFields => Types.Any(t => t.HasStaticInitialiser) || Children.Any(c => c.HasStaticFields);
+    }
+
+    /// <summary>A type or member that is not bound, as written to the report.</summary>
+    internal sealed record SkippedEntry(string What, string Kind);
+
+    /// <summary>Everything one run binds.</summary>
+    internal sealed class BindingModel
+    {
+        public BindingModel(string pythonModule, string rootNamespace, string proxyAssembly, string company)
+        { PythonModule = pythonModule; RootNamespace = rootNamespace; ProxyAssembly = proxyAssembly; Company = company; }
+        public string PythonModule { get; }
+        public string RootNamespace { get; }
+        public string ProxyAssembly { get; }
+        public string Company { get; }
+        /// <summary>The product word: the last segment of the Python module name.</summary>
+        public string Product => PythonModule.Substring(PythonModule.LastIndexOf('.') + 1);
+        public bool ExportCapsules { get; set; }
+
+        public ModuleNode Root { get; set; } = null!;
+        /// <summary>Every bound type, sorted by full name.</summary>
+        public List<BoundType> Types { get; } = new();
+        public List<SiblingType> SiblingTypes { get; } = new();
+        public List<SkippedEntry> Skipped { get; } = new();
+
+        public IEnumerable<BoundType> ObjectTypes => Types.Where(t => !t.IsEnum);
+        public IEnumerable<BoundType> EnumTypes => Types.Where(t => t.IsEnum);
+        public IEnumerable<ModuleNode> Modules => Root.SelfAndDescendants();
+    }
+}
