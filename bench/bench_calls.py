@@ -31,23 +31,21 @@ def per_call_ns(stmt, env):
 
 
 def first_call_ms(runs=15):
-    # The child reports the moment its first managed call returned, measured
-    # from the process's own start time, so spawn overhead in the parent is
-    # not counted.
+    # The parent notes the wall clock just before it starts the child; the
+    # child prints the wall clock when its first managed call has returned.
+    # Process creation is counted, which makes the figure slightly pessimistic.
     child = (
-        "import os, time\n"
-        "t_start = float(open('/proc/self/stat').read().split(')')[1].split()[19]) / os.sysconf('SC_CLK_TCK')\n"
-        "boot = float(open('/proc/stat').read().split('btime ')[1].split()[0])\n"
+        "import time\n"
         "import orvane.folaro as f\n"
-        "p = f.Presentation()\n"
-        "n = p.first_slide_number\n"
-        "print((time.time() - (boot + t_start)) * 1000)\n"
+        "f.LoadOptions()\n"
+        "print(time.time())\n"
     )
     times = []
     for _ in range(runs):
+        t0 = time.time()
         out = subprocess.run([sys.executable, "-c", child], capture_output=True, text=True,
                              env=dict(os.environ), check=True)
-        times.append(float(out.stdout.strip()))
+        times.append((float(out.stdout.strip()) - t0) * 1000)
     return statistics.median(times), min(times)
 
 
@@ -59,7 +57,7 @@ def main():
     rows = [
         ("int property get", "pres.first_slide_number", "noop.int_value"),
         ("object property get", "pres.slides", "noop.obj_value"),
-        ("method, one str argument", "props.get_custom_property_index('x')", "noop.method('x')"),
+        ("method, one str argument", "props.contains_custom_property('x')", "noop.method('x')"),
     ]
     print(f"{'call':28} {'orvane ns':>10} {'no-op ns':>10} {'ratio':>7}")
     for name, ours, base in rows:

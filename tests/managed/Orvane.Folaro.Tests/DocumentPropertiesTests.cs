@@ -145,4 +145,52 @@ public class DocumentPropertiesTests
         Assert.Equal(-1, pres.CommentAuthors.IndexOf(ana));
         Assert.Throws<ArgumentException>(() => pres.CommentAuthors.Remove(ana));
     }
+
+    [Fact]
+    public void PresentationTagsAreAddedReplacedAndRemoved()
+    {
+        using IPresentation pres = new Presentation();
+        var tags = pres.CustomData.Tags;
+        Assert.Equal(0, tags.Count);
+        tags.Add("Owner", "ana");
+        tags.Add("stage", "draft");
+        tags.Add("STAGE", "final");
+        Assert.Equal(2, tags.Count);
+        Assert.Equal("final", tags.GetValue("stage"));
+        Assert.Null(tags.GetValue("missing"));
+        using (var back = Reload(pres))
+        {
+            var t = back.CustomData.Tags;
+            Assert.Equal(new[] { "Owner", "stage" }, t.ToArray());
+            Assert.Equal("ana", t.GetValueByIndex(0));
+            var errors = TestFiles.Validate(TestFiles.SaveToBytes(back));
+            Assert.True(errors.Count == 0, TestFiles.Describe(errors));
+        }
+        tags.Remove("owner");
+        Assert.Throws<ArgumentException>(() => tags.Remove("owner"));
+        Assert.Throws<ArgumentOutOfRangeException>(() => tags.GetNameByIndex(1));
+        tags.Clear();
+        Assert.Equal(0, pres.CustomData.Tags.Count);
+    }
+
+    [Fact]
+    public void WriteProtectionIsSetCheckedAndRemoved()
+    {
+        using IPresentation pres = new Presentation();
+        Assert.False(pres.ProtectionManager.IsWriteProtected);
+        Assert.False(pres.ProtectionManager.CheckWriteProtection("x"));
+        pres.ProtectionManager.SetWriteProtection("s3cret");
+        using (var back = Reload(pres))
+        {
+            Assert.True(back.ProtectionManager.IsWriteProtected);
+            Assert.True(back.ProtectionManager.CheckWriteProtection("s3cret"));
+            Assert.False(back.ProtectionManager.CheckWriteProtection("S3cret"));
+            var errors = TestFiles.Validate(TestFiles.SaveToBytes(back));
+            Assert.True(errors.Count == 0, TestFiles.Describe(errors));
+        }
+        Assert.Throws<ArgumentException>(() => pres.ProtectionManager.SetWriteProtection(""));
+        pres.ProtectionManager.RemoveWriteProtection();
+        Assert.False(pres.ProtectionManager.IsWriteProtected);
+        Assert.False(pres.ProtectionManager.IsEncrypted);
+    }
 }

@@ -21,6 +21,12 @@ public class LibreOfficeTests
         using IPresentation pres = new Presentation();
         foreach (var layout in pres.LayoutSlides)
             pres.Slides.AddEmptySlide(layout);
+        // With the parts made in code for notes, sections, tags and properties too.
+        pres.Slides[0].NotesSlideManager.AddNotesSlide().NotesText = "notes";
+        pres.Sections.AddSection("Second half", pres.Slides[6]);
+        pres.CustomData.Tags.Add("k", "v");
+        pres.CommentAuthors.AddAuthor("Ana", "A");
+        pres.DocumentProperties.SetCustomPropertyValue("n", 1);
         Assert.Equal(11, PdfPages(TestFiles.SaveToBytes(pres)));
     }
 

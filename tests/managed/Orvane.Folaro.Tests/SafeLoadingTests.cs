@@ -115,6 +115,15 @@ public class SafeLoadingTests
         Assert.Contains("/ppt/slides/slide1.xml", ex.Message);
     }
 
+    [Fact]
+    public void PartWithTheWrongRootElementIsNamed()
+    {
+        var package = HostilePackages.With(zip => HostilePackages.Put(zip, "ppt/slides/slide1.xml",
+            "<p:notes xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"/>"));
+        var ex = Rejected(package);
+        Assert.Contains("/ppt/slides/slide1.xml", ex.Message);
+    }
+
     [Theory]
     [InlineData(new byte[0], "empty")]
     [InlineData(new byte[] { 1, 2, 3, 4, 5, 6, 7, 8 }, "not a zip")]
