@@ -19,11 +19,11 @@ public interface IImage : IDisposable
     IDisposable AsIDisposable { get; }
 }
 
-public sealed class RasterImage : IImage
+public sealed class Image : IImage
 {
     private Bitmap? _bitmap;
 
-    internal RasterImage(Bitmap bitmap)
+    internal Image(Bitmap bitmap)
     {
         _bitmap = bitmap;
     }
@@ -46,5 +46,5 @@ public sealed class RasterImage : IImage
         _bitmap = null;
     }
 
-    private Bitmap Pixels => _bitmap ?? throw new ObjectDisposedException(nameof(RasterImage));
+    private Bitmap Pixels => _bitmap ?? throw new ObjectDisposedException(nameof(Image));
 }

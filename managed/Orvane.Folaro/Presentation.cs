@@ -147,9 +147,9 @@ public sealed class Presentation : IPresentation
     /// <summary>The date and time shown by date fields when slides are rendered.</summary>
     public DateTime CurrentDateTime { get; set; } = DateTime.Now;
 
-    public IPresentationHeaderFooterManager HeaderFooterManager => throw Later("HeaderFooterManager", "the header and footer manager");
+    public IPresentationHeaderFooterManager HeaderFooterManager => new PresentationHeaderFooterManager(this);
 
-    public IProtectionManager ProtectionManager => throw Later("ProtectionManager", "write and read-only protection");
+    public IProtectionManager ProtectionManager => new ProtectionManager(this);
 
     public ISlideCollection Slides => SlideList;
 
@@ -183,7 +183,7 @@ public sealed class Presentation : IPresentation
 
     public IDigitalSignatureCollection DigitalSignatures => throw Later("DigitalSignatures", "digital signatures");
 
-    public ICustomData CustomData => throw Later("CustomData", "presentation tags");
+    public ICustomData CustomData => new CustomData(this);
 
     public ICustomXmlPart[] AllCustomXmlParts => throw Later("AllCustomXmlParts", "custom XML parts");
 
@@ -333,8 +333,10 @@ public sealed class Presentation : IPresentation
                 doc = PresentationDocument.Open(backing, true, new OpenSettings { AutoSave = false });
                 var part = doc.PresentationPart
                     ?? throw new PptxReadException($"{origin}: the package has no presentation part");
-                // Parse the main part now, so that a broken one fails here and not on first use.
+                // Parse the main part and the slide-like parts now, so that a broken one fails
+                // here, naming the part, and not on first use.
                 _ = part.Presentation ?? throw new PptxReadException($"{origin}: the presentation part is empty");
+                CheckParts(part, origin);
                 var format = SaveFormats.SourceOf(doc.DocumentType);
                 CheckExpected(options.LoadFormat, format, origin);
                 return new Opened(backing, doc, format, origin);
@@ -352,6 +354,31 @@ public sealed class Presentation : IPresentation
                 doc?.Dispose();
                 backing.Dispose();
                 throw new PptxReadException($"{origin}: the package cannot be read as a presentation: {ex.Message}", ex);
+            }
+        }
+
+        private static void CheckParts(PresentationPart pres, string origin)
+        {
+            foreach (var master in pres.SlideMasterParts)
+            {
+                Parse(master, () => master.SlideMaster, origin);
+                foreach (var layout in master.SlideLayoutParts)
+                    Parse(layout, () => layout.SlideLayout, origin);
+            }
+            foreach (var slide in pres.SlideParts)
+                Parse(slide, () => slide.Slide, origin);
+        }
+
+        private static void Parse(OpenXmlPart part, Func<OpenXmlElement?> root, string origin)
+        {
+            try
+            {
+                if (root() == null)
+                    throw new PptxReadException($"{origin}: part '{part.Uri}' is empty");
+            }
+            catch (Exception ex) when (ex is not PptxReadException and not OutOfMemoryException)
+            {
+                throw new PptxReadException($"{origin}: part '{part.Uri}' cannot be read: {ex.Message}", ex);
             }
         }
 

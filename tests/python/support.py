@@ -8,7 +8,26 @@ import tempfile
 SOURCE_DIR = os.environ.get("ORVANE_SOURCE_DIR", os.path.abspath(os.path.join(os.path.dirname(__file__), "..", "..")))
 BUILD_DIR = os.environ.get("ORVANE_BUILD_DIR", os.path.join(SOURCE_DIR, "build"))
 STAGE_DIR = os.path.join(BUILD_DIR, "stage")
-CORPUS_DIR = os.path.abspath(os.path.join(SOURCE_DIR, "..", "shared", "corpus"))
+
+
+def _find_corpus():
+    # The decks live beside the project (../shared/corpus); a clone elsewhere
+    # finds them by walking up, or through ORVANE_CORPUS_DIR.
+    given = os.environ.get("ORVANE_CORPUS_DIR")
+    if given:
+        return given
+    here = os.path.abspath(SOURCE_DIR)
+    while True:
+        for candidate in (os.path.join(here, "shared", "corpus"), os.path.join(here, "..", "shared", "corpus")):
+            if os.path.isdir(candidate):
+                return os.path.abspath(candidate)
+        parent = os.path.dirname(here)
+        if parent == here:
+            return "/work/shared/corpus"
+        here = parent
+
+
+CORPUS_DIR = _find_corpus()
 
 
 def clean_env(**extra):

@@ -1,4 +1,5 @@
 using System.Collections.Generic;
+using System.Linq;
 using DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro.Internal;
@@ -25,6 +26,9 @@ internal static class LayoutTypes
         ["twoTxTwoObj"] = SlideLayoutType.TwoTextAndTwoObjects, ["objTx"] = SlideLayoutType.TitleObjectAndCaption,
         ["picTx"] = SlideLayoutType.PictureAndCaption,
     };
+
+    internal static string ToXml(SlideLayoutType type) =>
+        ByXml.First(pair => pair.Value == type).Key;
 
     // An absent attribute means "cust".
     internal static SlideLayoutType FromXml(SlideLayoutValues? value)

@@ -1,5 +1,5 @@
-using System.Collections.Generic;
 using System.IO;
+using System.Linq;
 using System.Text;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
@@ -61,7 +61,7 @@ internal static class PresentationTemplate
         return stream;
     }
 
-    private static void Feed(OpenXmlPart part, string xml)
+    internal static void Feed(OpenXmlPart part, string xml)
     {
         using var s = part.GetStream(FileMode.Create, FileAccess.Write);
         var bytes = Encoding.UTF8.GetBytes("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n" + xml);
@@ -217,14 +217,14 @@ internal static class PresentationTemplate
 
     // --- layouts -----------------------------------------------------------------------
 
-    private sealed record LayoutSpec(string Type, string Name, Placeholder[] Placeholders);
+    private sealed record LayoutDefinition(string Type, string Name, Placeholder[] Placeholders);
 
     private static readonly Placeholder Date = new("dt", 10, "Date Placeholder", null, "half");
     private static readonly Placeholder Footer = new("ftr", 11, "Footer Placeholder", null, "quarter");
     private static readonly Placeholder Number = new("sldNum", 12, "Slide Number Placeholder", null, "quarter");
     private static readonly Placeholder Title = new("title", null, "Title", null);
 
-    private static readonly LayoutSpec[] Layouts =
+    private static readonly LayoutDefinition[] Layouts =
     {
         new("title", "Title Slide", new[]
         {
@@ -283,13 +283,11 @@ internal static class PresentationTemplate
         }),
     };
 
-    internal static int LayoutCount => Layouts.Length;
-
-    private static string LayoutXml(LayoutSpec spec)
+    private static string LayoutXml(LayoutDefinition layout)
     {
         var tree = new StringBuilder(GroupProps);
         uint id = 2;
-        foreach (var ph in spec.Placeholders)
+        foreach (var ph in layout.Placeholders)
         {
             var named = ph with { Name = $"{ph.Name} {id - 1}" };
             string text = ph.Type switch
@@ -304,13 +302,61 @@ internal static class PresentationTemplate
             tree.Append(Shape(id, named, master: false, text));
             id++;
         }
-        return $"<p:sldLayout {NsDecl} type=\"{spec.Type}\" preserve=\"1\"><p:cSld name=\"{spec.Name}\"><p:spTree>{tree}</p:spTree></p:cSld>" +
+        return $"<p:sldLayout {NsDecl} type=\"{layout.Type}\" preserve=\"1\"><p:cSld name=\"{layout.Name}\"><p:spTree>{tree}</p:spTree></p:cSld>" +
                "<p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:sldLayout>";
     }
 
-    internal static IEnumerable<string> LayoutNames()
+    // A layout of the given type ("title", "obj", "tbl", ...): the template's own layout for the
+    // eleven usual types, otherwise a title and a content placeholder under that type.
+    internal static string NewLayoutXml(string type, string name)
     {
-        foreach (var l in Layouts)
-            yield return l.Name;
+        var known = Layouts.FirstOrDefault(l => l.Type == type);
+        var placeholders = known?.Placeholders ?? new[] { Title, new Placeholder(null, 1, "Content Placeholder", null), Date, Footer, Number };
+        return LayoutXml(new LayoutDefinition(type, name, placeholders));
     }
+
+    internal static string ThemeXmlFor(string name) => ThemeXml().Replace($"name=\"{ThemeName}\"", $"name=\"{name}\"");
+
+    // --- notes ---------------------------------------------------------------------------
+
+    private const string SlideImageShape =
+        "<p:sp><p:nvSpPr><p:cNvPr id=\"{0}\" name=\"Slide Image Placeholder {1}\"/><p:cNvSpPr><a:spLocks noGrp=\"1\" noRot=\"1\" noChangeAspect=\"1\"/></p:cNvSpPr>" +
+        "<p:nvPr><p:ph type=\"sldImg\"{2}/></p:nvPr></p:nvSpPr><p:spPr>{3}</p:spPr></p:sp>";
+
+    // The notes master of a portrait letter notes page: header, date, slide image, notes body, footer, number.
+    internal static string NotesMasterXml()
+    {
+        var tree = new StringBuilder(GroupProps);
+        tree.Append(Shape(2, new Placeholder("hdr", null, "Header Placeholder 1", new Box(0, 0, 2971800, 458788), "quarter"), master: true,
+            "<a:p><a:endParaRPr lang=\"en-US\"/></a:p>", align: "l"));
+        tree.Append(Shape(3, new Placeholder("dt", 1, "Date Placeholder 2", new Box(3884613, 0, 2971800, 458788)), master: true,
+            "<a:p><a:endParaRPr lang=\"en-US\"/></a:p>", align: "r"));
+        tree.Append(string.Format(SlideImageShape, 4, 3, " idx=\"2\"",
+            "<a:xfrm><a:off x=\"685800\" y=\"1143000\"/><a:ext cx=\"5486400\" cy=\"3086100\"/></a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom>" +
+            "<a:noFill/><a:ln w=\"12700\"><a:solidFill><a:prstClr val=\"black\"/></a:solidFill></a:ln>"));
+        tree.Append(Shape(5, new Placeholder("body", 3, "Notes Placeholder 4", new Box(685800, 4400550, 5486400, 3600450), "quarter"), master: true,
+            Paragraph("Click to edit the master text styles")));
+        tree.Append(Shape(6, new Placeholder("ftr", 4, "Footer Placeholder 5", new Box(0, 8685213, 2971800, 458787), "quarter"), master: true,
+            "<a:p><a:endParaRPr lang=\"en-US\"/></a:p>", anchor: "b", align: "l"));
+        tree.Append(Shape(7, new Placeholder("sldNum", 5, "Slide Number Placeholder 6", new Box(3884613, 8685213, 2971800, 458787), "quarter"), master: true,
+            $"<a:p><a:fld id=\"{SlideNumberFieldId}\" type=\"slidenum\"><a:rPr lang=\"en-US\"/><a:t>‹#›</a:t></a:fld><a:endParaRPr lang=\"en-US\"/></a:p>",
+            anchor: "b", align: "r"));
+        var style = new StringBuilder();
+        for (int lvl = 1; lvl <= 9; lvl++)
+            style.Append(Level(lvl, (lvl - 1) * 457200, 1200, "tx1"));
+        return $"<p:notesMaster {NsDecl}><p:cSld><p:bg><p:bgRef idx=\"1001\"><a:schemeClr val=\"bg1\"/></p:bgRef></p:bg>" +
+               $"<p:spTree>{tree}</p:spTree></p:cSld>" +
+               "<p:clrMap bg1=\"lt1\" tx1=\"dk1\" bg2=\"lt2\" tx2=\"dk2\" accent1=\"accent1\" accent2=\"accent2\" accent3=\"accent3\" " +
+               "accent4=\"accent4\" accent5=\"accent5\" accent6=\"accent6\" hlink=\"hlink\" folHlink=\"folHlink\"/>" +
+               $"<p:notesStyle>{style}</p:notesStyle></p:notesMaster>";
+    }
+
+    // A notes page with the slide image and an empty notes body.
+    internal static string NotesSlideXml() =>
+        $"<p:notes {NsDecl}><p:cSld><p:spTree>{GroupProps}" +
+        string.Format(SlideImageShape, 2, 1, "", "") +
+        "<p:sp><p:nvSpPr><p:cNvPr id=\"3\" name=\"Notes Placeholder 2\"/><p:cNvSpPr><a:spLocks noGrp=\"1\"/></p:cNvSpPr>" +
+        "<p:nvPr><p:ph type=\"body\" idx=\"1\"/></p:nvPr></p:nvSpPr><p:spPr/>" +
+        "<p:txBody><a:bodyPr/><a:lstStyle/><a:p><a:endParaRPr lang=\"en-US\"/></a:p></p:txBody></p:sp>" +
+        "</p:spTree></p:cSld><p:clrMapOvr><a:masterClrMapping/></p:clrMapOvr></p:notes>";
 }

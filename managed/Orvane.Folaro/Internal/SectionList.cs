@@ -11,12 +11,12 @@ namespace Orvane.Folaro.Internal;
 // slides by slide id. Slides of one section are consecutive in the deck.
 internal static class SectionList
 {
-    internal const string ExtensionUri = "{521415D9-36F7-43E2-AB2F-B54A5CF1DF1A}";
+    internal const string ExtensionUri = "{521415D9-36F7-43E2-AB2F-B90AF26B5E84}";
     private const string DefaultName = "Default Section";
 
     internal static P14.SectionList? Find(P.Presentation root) =>
         root.PresentationExtensionList?.Elements<P.PresentationExtension>()
-            .FirstOrDefault(e => e.Uri?.Value == ExtensionUri)?.GetFirstChild<P14.SectionList>();
+            .Select(e => e.GetFirstChild<P14.SectionList>()).FirstOrDefault(l => l != null);
 
     internal static IEnumerable<uint> SlideIds(P14.Section section) =>
         section.SectionSlideIdList?.Elements<P14.SectionSlideIdListEntry>().Select(e => e.Id?.Value ?? 0) ?? Enumerable.Empty<uint>();

@@ -73,23 +73,12 @@ internal static class SlideImporter
     {
         var master = target.AddPart(source);
         var root = target.Presentation;
-        var used = UsedMasterAndLayoutIds(target);
-        uint next = used.Count == 0 ? PresentationTemplate.FirstMasterId : used.Max() + 1;
+        uint next = SlideParts.NewLayoutId(target);
         root.SlideMasterIdList ??= new P.SlideMasterIdList();
         root.SlideMasterIdList.AppendChild(new P.SlideMasterId { Id = next++, RelationshipId = target.GetIdOfPart(master) });
         foreach (var entry in master.SlideMaster.SlideLayoutIdList?.Elements<P.SlideLayoutId>() ?? Enumerable.Empty<P.SlideLayoutId>())
             entry.Id = next++;
         return master;
-    }
-
-    // Master and layout ids share one range and must not repeat within the presentation.
-    private static List<uint> UsedMasterAndLayoutIds(PresentationPart target)
-    {
-        var ids = new List<uint>();
-        ids.AddRange(target.Presentation.SlideMasterIdList?.Elements<P.SlideMasterId>().Select(m => m.Id?.Value ?? 0) ?? Enumerable.Empty<uint>());
-        foreach (var master in target.SlideMasterParts)
-            ids.AddRange(master.SlideMaster.SlideLayoutIdList?.Elements<P.SlideLayoutId>().Select(l => l.Id?.Value ?? 0) ?? Enumerable.Empty<uint>());
-        return ids;
     }
 
     private static void ImportNotes(PresentationPart target, NotesSlidePart source, SlidePart newSlide, string relId)

@@ -41,6 +41,19 @@ internal static class SlideParts
         throw new PptxEditException("No slide id is left to give to a new slide");
     }
 
+    // Master and layout ids share one range (from 2^31) and must not repeat within the presentation.
+    internal static uint NewLayoutId(PresentationPart pres)
+    {
+        var used = new List<uint>();
+        used.AddRange(pres.Presentation.SlideMasterIdList?.Elements<P.SlideMasterId>().Select(m => m.Id?.Value ?? 0) ?? Enumerable.Empty<uint>());
+        foreach (var master in pres.SlideMasterParts)
+            used.AddRange(master.SlideMaster.SlideLayoutIdList?.Elements<P.SlideLayoutId>().Select(l => l.Id?.Value ?? 0) ?? Enumerable.Empty<uint>());
+        uint next = used.Count == 0 ? PresentationTemplate.FirstMasterId : Math.Max(PresentationTemplate.FirstMasterId, used.Max() + 1);
+        if (next < PresentationTemplate.FirstMasterId)
+            throw new PptxEditException("No master or layout id is left to give to a new layout");
+        return next;
+    }
+
     internal static void Remove(PresentationPart pres, P.SlideId entry)
     {
         var root = pres.Presentation;

@@ -84,6 +84,8 @@ public sealed class CommentAuthorCollection : ICommentAuthorCollection
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
+    IEnumerable<ICommentAuthor> ICommentAuthorCollection.AsIEnumerable => this;
+
     private List<CommentAuthor> Items() =>
         _owner.PresentationPart.CommentAuthorsPart?.CommentAuthorList?.Elements<P.CommentAuthor>().Select(View).ToList()
         ?? new List<CommentAuthor>();

@@ -14,4 +14,6 @@ public interface IAudioCollection : IEnumerable<IAudio>
     int Count { get; }
     IAudio this[int index] { get; }
     IAudio AddAudio(byte[] audioData);
+
+    IEnumerable<IAudio> AsIEnumerable { get; }
 }

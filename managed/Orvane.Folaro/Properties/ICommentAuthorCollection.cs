@@ -17,4 +17,6 @@ public interface ICommentAuthorCollection : IEnumerable<ICommentAuthor>
     void Remove(ICommentAuthor author);
     void RemoveAt(int index);
     int IndexOf(ICommentAuthor author);
+
+    IEnumerable<ICommentAuthor> AsIEnumerable { get; }
 }

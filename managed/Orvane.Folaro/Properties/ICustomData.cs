@@ -13,6 +13,8 @@ public interface ITagCollection : IEnumerable<string>
     void Add(string name, string value);
     void Remove(string name);
     void Clear();
+
+    IEnumerable<string> AsIEnumerable { get; }
 }
 
 /// <summary>Data attached by programs: tags and custom XML parts.</summary>

@@ -15,4 +15,6 @@ public interface IDigitalSignatureCollection : IEnumerable<IDigitalSignature>
 {
     int Count { get; }
     IDigitalSignature this[int index] { get; }
+
+    IEnumerable<IDigitalSignature> AsIEnumerable { get; }
 }

@@ -18,4 +18,6 @@ public interface IImageCollection : IEnumerable<IPPImage>
     IPPImage this[int index] { get; }
     /// <summary>Adds a picture, or gives back the one with the same bytes already stored.</summary>
     IPPImage AddImage(byte[] buffer);
+
+    IEnumerable<IPPImage> AsIEnumerable { get; }
 }

@@ -22,4 +22,6 @@ public interface ISectionCollection : IEnumerable<ISection>
     void RemoveSectionWithSlides(ISection section);
     void ReorderSectionWithSlides(ISection section, int index);
     int IndexOf(ISection section);
+
+    IEnumerable<ISection> AsIEnumerable { get; }
 }

@@ -14,4 +14,6 @@ public interface IVideoCollection : IEnumerable<IVideo>
     int Count { get; }
     IVideo this[int index] { get; }
     IVideo AddVideo(byte[] videoData);
+
+    IEnumerable<IVideo> AsIEnumerable { get; }
 }

@@ -132,6 +132,8 @@ public sealed class SectionCollection : ISectionCollection
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
+    IEnumerable<ISection> ISectionCollection.AsIEnumerable => this;
+
     private List<Section> Items() =>
         SectionList.Find(_owner.Root)?.Elements<P14.Section>().Select(View).ToList() ?? new List<Section>();
 

@@ -14,6 +14,8 @@ public interface IShapeCollection : IEnumerable<IShape>
     IShape this[int index] { get; }
 
     int IndexOf(IShape shape);
+
+    IEnumerable<IShape> AsIEnumerable { get; }
 }
 
 public sealed class ShapeCollection : IShapeCollection
@@ -46,6 +48,8 @@ public sealed class ShapeCollection : IShapeCollection
     public IEnumerator<IShape> GetEnumerator() => Items().GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<IShape> IShapeCollection.AsIEnumerable => this;
 
     private List<IShape> Items()
     {

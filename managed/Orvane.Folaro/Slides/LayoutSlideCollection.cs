@@ -2,6 +2,8 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
+using DocumentFormat.OpenXml.Packaging;
+using Orvane.Folaro.Internal;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
@@ -23,6 +25,14 @@ public interface ILayoutSlideCollection : IEnumerable<ILayoutSlide>
 
     /// <summary>Removes every layout that no slide uses.</summary>
     void RemoveUnused();
+
+    /// <summary>
+    /// Adds a layout of the given type with the usual placeholders of that type, to this master
+    /// (to the first master, for the presentation's collection).
+    /// </summary>
+    ILayoutSlide Add(SlideLayoutType layoutType, string layoutName);
+
+    IEnumerable<ILayoutSlide> AsIEnumerable { get; }
 }
 
 public sealed class LayoutSlideCollection : ILayoutSlideCollection
@@ -69,9 +79,27 @@ public sealed class LayoutSlideCollection : ILayoutSlideCollection
             Delete(layout);
     }
 
+    public ILayoutSlide Add(SlideLayoutType layoutType, string layoutName)
+    {
+        ArgumentNullException.ThrowIfNull(layoutName);
+        if (!Enum.IsDefined(layoutType))
+            throw new ArgumentOutOfRangeException(nameof(layoutType), layoutType, "LayoutSlideCollection.Add: unknown layout type");
+        var master = _master ?? _owner.MasterList.Items().FirstOrDefault()
+            ?? throw new PptxEditException($"{_owner.Origin}: the presentation has no master to add a layout to");
+        var part = master.Part.AddNewPart<SlideLayoutPart>();
+        PresentationTemplate.Feed(part, PresentationTemplate.NewLayoutXml(LayoutTypes.ToXml(layoutType), layoutName));
+        part.AddPart(master.Part);
+        var root = master.Part.SlideMaster;
+        root.SlideLayoutIdList ??= new P.SlideLayoutIdList();
+        root.SlideLayoutIdList.AppendChild(new P.SlideLayoutId { Id = SlideParts.NewLayoutId(_owner.PresentationPart), RelationshipId = master.Part.GetIdOfPart(part) });
+        return _owner.ViewOf(part, () => new LayoutSlide(_owner, part, master));
+    }
+
     public IEnumerator<ILayoutSlide> GetEnumerator() => Items().GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<ILayoutSlide> ILayoutSlideCollection.AsIEnumerable => this;
 
     private List<LayoutSlide> Items()
     {

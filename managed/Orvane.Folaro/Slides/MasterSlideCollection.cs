@@ -21,6 +21,8 @@ public interface IMasterSlideCollection : IEnumerable<IMasterSlide>
 
     /// <summary>Removes every master that no slide uses, keeping at least one.</summary>
     void RemoveUnused();
+
+    IEnumerable<IMasterSlide> AsIEnumerable { get; }
 }
 
 public sealed class MasterSlideCollection : IMasterSlideCollection
@@ -72,6 +74,8 @@ public sealed class MasterSlideCollection : IMasterSlideCollection
     public IEnumerator<IMasterSlide> GetEnumerator() => Items().GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<IMasterSlide> IMasterSlideCollection.AsIEnumerable => this;
 
     internal List<MasterSlide> Items()
     {

@@ -20,6 +20,8 @@ public interface ISlide : IBaseSlide
     /// <summary>How the show moves to this slide.</summary>
     ISlideShowTransition SlideShowTransition { get; }
 
+    INotesSlideManager NotesSlideManager { get; }
+
     IBaseSlide AsIBaseSlide { get; }
 }
 
@@ -70,6 +72,8 @@ public sealed class Slide : BaseSlide, ISlide
     }
 
     public ISlideShowTransition SlideShowTransition => new SlideShowTransition(Part.Slide);
+
+    public INotesSlideManager NotesSlideManager => new NotesSlideManager(this);
 
     IBaseSlide ISlide.AsIBaseSlide => this;
 

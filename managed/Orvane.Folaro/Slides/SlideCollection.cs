@@ -36,6 +36,8 @@ public interface ISlideCollection : IEnumerable<ISlide>
 
     /// <summary>Moves a slide of this presentation to a new 0-based position.</summary>
     void Reorder(int index, ISlide slide);
+
+    IEnumerable<ISlide> AsIEnumerable { get; }
 }
 
 public sealed class SlideCollection : ISlideCollection
@@ -128,6 +130,8 @@ public sealed class SlideCollection : ISlideCollection
     }
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<ISlide> ISlideCollection.AsIEnumerable => this;
 
     internal void Move(ISlide slide, int index)
     {

@@ -15,6 +15,8 @@ public interface IVbaModuleCollection : IEnumerable<IVbaModule>
     IVbaModule AddEmptyModule(string name);
 
     void Remove(IVbaModule value);
+
+    IEnumerable<IVbaModule> AsIEnumerable { get; }
 }
 
 public sealed class VbaModuleCollection : IVbaModuleCollection
@@ -51,4 +53,6 @@ public sealed class VbaModuleCollection : IVbaModuleCollection
     public IEnumerator<IVbaModule> GetEnumerator() => _items.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<IVbaModule> IVbaModuleCollection.AsIEnumerable => this;
 }

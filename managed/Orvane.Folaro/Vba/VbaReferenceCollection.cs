@@ -13,6 +13,8 @@ public interface IVbaReferenceCollection : IEnumerable<IVbaReference>
     void Add(IVbaReference value);
 
     void Remove(IVbaReference value);
+
+    IEnumerable<IVbaReference> AsIEnumerable { get; }
 }
 
 public sealed class VbaReferenceCollection : IVbaReferenceCollection
@@ -45,4 +47,6 @@ public sealed class VbaReferenceCollection : IVbaReferenceCollection
     public IEnumerator<IVbaReference> GetEnumerator() => _items.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+    IEnumerable<IVbaReference> IVbaReferenceCollection.AsIEnumerable => this;
 }

@@ -53,6 +53,46 @@ bool runtime_type_weak(void* handle, intptr_t type_key, PyTypeObject*& type)
     return true;
 }
 
+// The Python type chosen for a (runtime type, declared type) pair never
+// changes once the modules are built: registrations, marker sets and the weak
+// cache only grow. So the decision is remembered in a small direct-mapped
+// table and the hot path of an object result is two compares. All
+// conversions run with the GIL held, which serialises the table.
+struct ResolvedType {
+    intptr_t type_key;
+    PyTypeObject* declared;
+    PyTypeObject* chosen;
+};
+
+constexpr size_t kResolvedSlots = 512;
+ResolvedType g_resolved[kResolvedSlots];
+
+ResolvedType& resolved_slot(intptr_t type_key, PyTypeObject* declared)
+{
+    uintptr_t h = (uintptr_t)type_key ^ ((uintptr_t)declared >> 4);
+    h ^= h >> 9;
+    return g_resolved[(h >> 3) % kResolvedSlots];
+}
+
+// The type to wrap a handle with: the registered runtime type when `accept`
+// says it may stand for the declared type, else the declared type. False
+// (handle released) when the managed side raised while naming the type.
+template <typename Accept>
+bool choose_type(const PyObjectOutArg& arg, PyTypeObject* declared, Accept accept, PyTypeObject*& chosen)
+{
+    ResolvedType& slot = resolved_slot(arg.type_key, declared);
+    if (slot.type_key == arg.type_key && slot.declared == declared && arg.type_key != 0) {
+        chosen = slot.chosen;
+        return true;
+    }
+    PyTypeObject* found = nullptr;
+    if (!runtime_type_weak(arg.handle, arg.type_key, found))
+        return false;
+    chosen = found && accept(found) ? found : declared;
+    slot = ResolvedType{arg.type_key, declared, chosen};
+    return true;
+}
+
 }  // namespace
 
 PyTypeObject* get_py_type_weak_object_by_arg(void* handle, intptr_t type_key)
@@ -98,10 +138,12 @@ PyObject* fn_conv_clr_ifcimpl_to_py_ifcimpl(const PyObjectOutArg& arg, PyTypeObj
 {
     if (!arg.handle)
         Py_RETURN_NONE;
-    PyTypeObject* found = nullptr;
-    if (!runtime_type_weak(arg.handle, arg.type_key, found))
+    PyTypeObject* type = nullptr;
+    auto shows_interface = [ifc_type](PyTypeObject* found) {
+        return fn_contains_implicit_ifc_markattr(found, ifc_type);
+    };
+    if (!choose_type(arg, ifc_type, shows_interface, type))
         return nullptr;
-    PyTypeObject* type = found && fn_contains_implicit_ifc_markattr(found, ifc_type) ? found : ifc_type;
     return wrap(arg.handle, type);
 }
 
@@ -157,10 +199,10 @@ PyObject* fn_conv_clr_basobj_to_py_basobj(const PyObjectOutArg& arg, PyTypeObjec
 {
     if (!arg.handle)
         Py_RETURN_NONE;
-    PyTypeObject* found = nullptr;
-    if (!runtime_type_weak(arg.handle, arg.type_key, found))
-        return nullptr;
     // Only a registered subtype may stand in for the declared class.
-    PyTypeObject* type = found && PyType_IsSubtype(found, declared) ? found : declared;
+    PyTypeObject* type = nullptr;
+    auto derives = [declared](PyTypeObject* found) { return PyType_IsSubtype(found, declared) != 0; };
+    if (!choose_type(arg, declared, derives, type))
+        return nullptr;
     return wrap(arg.handle, type);
 }

@@ -37,6 +37,71 @@ public class LibreOfficeTests
         Assert.Equal(2, PdfPages(bytes));
     }
 
+    // Every corpus deck that LibreOffice converts converts as well after our round trip, with
+    // the same number of pages. Inputs and outputs go through one soffice run each.
+    [SkippableFactIfNoSoffice]
+    public void CorpusRoundTripsConvertWithTheSamePageCount()
+    {
+        var dir = TestFiles.NewTempDir();
+        try
+        {
+            var inputs = Directory.CreateDirectory(Path.Combine(dir, "in")).FullName;
+            var outputs = Directory.CreateDirectory(Path.Combine(dir, "out")).FullName;
+            int index = 0;
+            foreach (var deck in TestFiles.CorpusDecks())
+            {
+                var name = $"d{index++:D3}{Path.GetExtension(deck)}";
+                IPresentation pres;
+                try
+                {
+                    pres = new Presentation(deck);
+                }
+                catch (PptxReadException)
+                {
+                    continue;
+                }
+                using (pres)
+                {
+                    File.Copy(deck, Path.Combine(inputs, name));
+                    File.WriteAllBytes(Path.Combine(outputs, name), TestFiles.SaveToBytes(pres, Enum.Parse<SaveFormat>(pres.SourceFormat.ToString())));
+                }
+            }
+            Convert(dir, inputs);
+            Convert(dir, outputs);
+            var compared = 0;
+            foreach (var pdf in Directory.EnumerateFiles(inputs, "*.pdf"))
+            {
+                var after = Path.Combine(outputs, Path.GetFileName(pdf));
+                Assert.True(File.Exists(after), $"{Path.GetFileName(pdf)}: the round-tripped deck did not convert");
+                Assert.True(Pages(pdf) == Pages(after), $"{Path.GetFileName(pdf)}: {Pages(pdf)} pages before, {Pages(after)} after");
+                compared++;
+            }
+            Assert.True(compared > 50, $"only {compared} decks converted");
+        }
+        finally
+        {
+            Directory.Delete(dir, true);
+        }
+    }
+
+    private static void Convert(string profileDir, string folder)
+    {
+        var files = Directory.EnumerateFiles(folder).Select(f => $"\"{f}\"");
+        var start = new ProcessStartInfo(Soffice()!,
+            $"-env:UserInstallation=file://{profileDir}/profile --headless --convert-to pdf --outdir \"{folder}\" {string.Join(' ', files)}")
+        {
+            RedirectStandardOutput = true,
+            RedirectStandardError = true,
+        };
+        using var process = Process.Start(start)!;
+        process.StandardOutput.ReadToEndAsync();
+        process.StandardError.ReadToEndAsync();
+        Assert.True(process.WaitForExit(600_000), "soffice did not finish in 10 minutes");
+    }
+
+    private static int Pages(string pdf) =>
+        Regex.Matches(System.Text.Encoding.Latin1.GetString(File.ReadAllBytes(pdf)), @"/Type\s*/Page[^s]").Count;
+
     private static int PdfPages(byte[] package)
     {
         var dir = TestFiles.NewTempDir();

@@ -69,4 +69,38 @@ public class NotesAndLayoutTests
         var errors = TestFiles.Validate(TestFiles.SaveToBytes(pres));
         Assert.True(errors.Count == 0, TestFiles.Describe(errors));
     }
+
+    [Fact]
+    public void FootersNumbersAndDatesAreShownAndHiddenOnAllSlides()
+    {
+        using IPresentation pres = new Presentation();
+        pres.Slides.AddEmptySlide(pres.LayoutSlides[1]);
+        pres.Slides.AddEmptySlide(pres.LayoutSlides[6]);
+        var manager = pres.HeaderFooterManager;
+        manager.SetAllFootersVisibility(true);
+        manager.SetAllFootersText("Confidential");
+        manager.SetAllSlideNumbersVisibility(true);
+        manager.SetAllDateTimesVisibility(true);
+        manager.SetAllDateTimesText("May 2026");
+        static string Texts(ISlide s) =>
+            string.Join("|", ((Slide)s).Part.Slide.Descendants<DocumentFormat.OpenXml.Presentation.Shape>().Select(sh => sh.TextBody?.InnerText));
+        using (IPresentation back = new Presentation(new MemoryStream(TestFiles.SaveToBytes(pres))))
+        {
+            foreach (var slide in back.Slides)
+            {
+                Assert.Contains("Confidential", Texts(slide));
+                Assert.Contains("May 2026", Texts(slide));
+                Assert.Contains("‹#›", Texts(slide));
+                var ids = slide.Shapes.Select(s => s.UniqueId).ToList();
+                Assert.Equal(ids.Count, ids.Distinct().Count());
+            }
+            var errors = TestFiles.Validate(TestFiles.SaveToBytes(back));
+            Assert.True(errors.Count == 0, TestFiles.Describe(errors));
+        }
+        int before = pres.Slides[0].Shapes.Count;
+        manager.SetAllFootersVisibility(false);
+        manager.SetAllFootersVisibility(false);
+        Assert.Equal(before - 1, pres.Slides[0].Shapes.Count);
+        Assert.DoesNotContain("Confidential", Texts(pres.Slides[0]));
+    }
 }
