@@ -7,10 +7,17 @@ set(STAGE_DIR "${CMAKE_BINARY_DIR}/stage")
 set(STAGE_PKG "${STAGE_DIR}/orvane")
 set(WRPGEN_SHARDS 8)
 
-# dotnet_build(<target> PROJECT <csproj> OUTPUT <dir> PRODUCT <dll name>
+# dotnet_build(<target> PROJECT <csproj> OUTPUT <dir> PRODUCT <dll name> [READY_TO_RUN]
 #              [DEPENDS <files/targets>...] [PROPERTIES <-p:...>...])
+# READY_TO_RUN publishes instead of building, with every assembly precompiled:
+# the proxy assemblies' entries then need no JIT at import.
 function(dotnet_build target)
-  cmake_parse_arguments(A "" "PROJECT;OUTPUT;PRODUCT" "DEPENDS;PROPERTIES;SOURCE_DIRS" ${ARGN})
+  cmake_parse_arguments(A "READY_TO_RUN" "PROJECT;OUTPUT;PRODUCT" "DEPENDS;PROPERTIES;SOURCE_DIRS" ${ARGN})
+  set(_verb build)
+  if(A_READY_TO_RUN)
+    set(_verb publish)
+    list(APPEND A_PROPERTIES -p:PublishReadyToRun=true)
+  endif()
   get_filename_component(_projdir "${A_PROJECT}" DIRECTORY)
   set(_globs "${_projdir}/*.cs" "${_projdir}/*.csproj" "${_projdir}/*.props" "${_projdir}/*.xml")
   foreach(_d IN LISTS A_SOURCE_DIRS)
@@ -20,12 +27,12 @@ function(dotnet_build target)
   list(FILTER _sources EXCLUDE REGEX "/(bin|obj)/")
   add_custom_command(
     OUTPUT "${A_OUTPUT}/${A_PRODUCT}"
-    COMMAND "${DOTNET_EXE}" build "${A_PROJECT}" -c Release --nologo -v:q -clp:ErrorsOnly
+    COMMAND "${DOTNET_EXE}" ${_verb} "${A_PROJECT}" -c Release --nologo -v:q -clp:ErrorsOnly
             -o "${A_OUTPUT}" ${A_PROPERTIES}
     COMMAND "${CMAKE_COMMAND}" -E touch "${A_OUTPUT}/${A_PRODUCT}"
     DEPENDS ${_sources} ${A_DEPENDS} "${CMAKE_SOURCE_DIR}/Directory.Build.props"
     WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}"
-    COMMENT "dotnet build ${A_PROJECT}"
+    COMMENT "dotnet ${_verb} ${A_PROJECT}"
     VERBATIM)
   add_custom_target(${target} DEPENDS "${A_OUTPUT}/${A_PRODUCT}")
 endfunction()
