@@ -1,5 +1,7 @@
 #include "host_environment.h"
 
+#include <unistd.h>
+
 #include <stdexcept>
 
 #include "host_exception.h"
@@ -30,6 +32,18 @@ std::string variable_name(const char* prefix, const char* company) {
     if (!company || !*company)
         return std::string();
     return std::string(prefix) + "_" + company;
+}
+
+// The runtime resolves assembly and library paths from the folder it was
+// given, not from the working directory, so a relative folder named by an
+// environment variable is made absolute here.
+std::string absolute_from_cwd(const std::string& path) {
+    if (!pal::path_is_relative(path))
+        return path;
+    char cwd[4096];
+    if (!getcwd(cwd, sizeof(cwd)))
+        return path;
+    return pal::build_path(std::string(cwd), path);
 }
 
 }  // namespace
@@ -76,7 +90,7 @@ bool HostEnvironment::initialize(const char* /*runtime_version*/, bool debug, co
         std::string variable = variable_name(kNetcoreDirVariable, company);
         std::string found;
         if (!variable.empty() && pal::getenv(variable.c_str(), value) &&
-            pal::get_major_netcore_path(value, wrap_name, found))
+            pal::get_major_netcore_path(absolute_from_cwd(value), wrap_name, found))
             netcore_dir_ = found;
         else
             netcore_dir_ = default_dir;
@@ -89,7 +103,7 @@ bool HostEnvironment::initialize(const char* /*runtime_version*/, bool debug, co
         std::vector<std::string> folders;
         std::string variable = variable_name(kAssemblyDirVariable, company);
         if (!variable.empty() && pal::getenv(variable.c_str(), value))
-            pal::get_app_folders(value, debug_, folders);
+            pal::get_app_folders(absolute_from_cwd(value), debug_, folders);
         else
             folders.push_back(default_dir);
         complete_app_folders(folders);

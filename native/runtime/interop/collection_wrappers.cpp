@@ -364,8 +364,8 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
         case Fallback::ListOrSequence:
             if (PyList_Check(obj))
                 kind = 1;
-            else if (type->tp_as_sequence && type->tp_as_sequence->sq_length)
-                kind = 2;
+            else if (PySequence_Check(obj) && type->tp_as_sequence->sq_length)
+                kind = 2;  // indexable and sized: a set or a dict is neither a list nor a sequence
             break;
         case Fallback::Collection:
             if (has_length(type) && type->tp_iter)

@@ -12,16 +12,20 @@ internal static class TestFiles
 {
     private static readonly Lazy<string?> CorpusDir = new(FindCorpus);
 
-    // The corpus lives in shared/corpus beside the repository (or inside a checkout that has shared/).
+    // The corpus lives in shared/corpus beside the repository (or inside a checkout that has shared/);
+    // a clone elsewhere names it with ORVANE_CORPUS_DIR or finds the workplace's copy.
     private static string? FindCorpus()
     {
+        var given = Environment.GetEnvironmentVariable("ORVANE_CORPUS_DIR");
+        if (!string.IsNullOrEmpty(given) && Directory.Exists(given))
+            return Path.GetFullPath(given);
         for (var dir = new DirectoryInfo(AppContext.BaseDirectory); dir != null; dir = dir.Parent)
         {
             foreach (var candidate in new[] { Path.Combine(dir.FullName, "shared", "corpus"), Path.Combine(dir.FullName, "..", "shared", "corpus") })
                 if (Directory.Exists(candidate))
                     return Path.GetFullPath(candidate);
         }
-        return null;
+        return Directory.Exists("/work/shared/corpus") ? "/work/shared/corpus" : null;
     }
 
     internal static string Corpus => CorpusDir.Value ?? throw new InvalidOperationException("shared/corpus was not found above the test assembly");
