@@ -83,7 +83,8 @@ namespace Orvane.WrpGen.Interop
     {
         /// <summary>
         /// The managed value of a variant record (borrowed Python object or
-        /// handle). Python lists become list views and tuples sequence views.
+        /// handle). Decimals, dates and times, timedeltas and UUIDs become their
+        /// managed values; Python lists become list views and tuples sequence views.
         /// A failing read throws <see cref="PythonException"/> with the Python error text.
         /// </summary>
         public static object? FromArg(VariantArg* arg)
@@ -129,6 +130,17 @@ namespace Orvane.WrpGen.Interop
                         throw ErrorBridge.FromPython("can't read a Python float");
                     return value;
                 }
+                case 7:
+                case 8:
+                    return Decimals.ReadVariant(arg->Type, obj);
+                case 9:
+                case 10:
+                case 11:
+                    return DateTimes.ReadVariant(arg->Type, obj);
+                case 12:
+                    return DateTimes.ReadTimeSpan(obj);
+                case 13:
+                    return Guids.ReadVariant(obj);
                 case 14:
                     return new PyListView(obj);
                 case 15:
@@ -158,7 +170,8 @@ namespace Orvane.WrpGen.Interop
 
         /// <summary>
         /// A new reference to the Python value of a managed object: None, bool,
-        /// int, float, str, bytes, the Python object behind a view, a list
+        /// int, float, str, bytes, datetime, timedelta, Decimal, UUID, the
+        /// Python object behind a view, a list
         /// wrapper for arrays and lists, otherwise a wrapper of the object's
         /// registered type. 0 with the Python error pending on failure.
         /// </summary>
@@ -199,6 +212,16 @@ namespace Orvane.WrpGen.Interop
                     return PyCallbacks.WriteChar(c);
                 case Enum e:
                     return PyCallbacks.WriteLong(Convert.ToInt64(e));
+                case DateTime dt:
+                    return DateTimes.ToPy(dt);
+                case DateTimeOffset dto:
+                    return DateTimes.ToPy(dto);
+                case TimeSpan ts:
+                    return DateTimes.ToPy(ts);
+                case decimal m:
+                    return Decimals.ToPy(m);
+                case Guid g:
+                    return Guids.ToPy(g);
                 case byte[] bytes:
                     return Bytes.ToPy(bytes);
                 case Array array:

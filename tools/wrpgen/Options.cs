@@ -2,6 +2,7 @@ using System;
 using System.Collections.Generic;
 using System.Globalization;
 using System.IO;
+using System.Linq;
 
 namespace Orvane.WrpGen
 {
@@ -80,8 +81,11 @@ namespace Orvane.WrpGen
             if (o.Module.Length == 0) throw new ArgumentException("--module is required");
             if (o.ProxyAssembly.Length == 0) throw new ArgumentException("--proxy-assembly is required");
             if (o.Company.Length == 0) throw new ArgumentException("--company is required");
-            if (!o.Module.Contains('.'))
-                throw new ArgumentException($"--module must be a dotted package path such as 'orvane.folaro', not '{o.Module}'");
+            // A package path (orvane.folaro) or a top-level module (orvane_probe):
+            // each segment a Python identifier.
+            foreach (string segment in o.Module.Split('.'))
+                if (segment.Length == 0 || char.IsDigit(segment[0]) || !segment.All(c => c == '_' || char.IsAsciiLetterOrDigit(c)))
+                    throw new ArgumentException($"--module must be a Python module path such as 'orvane.folaro', not '{o.Module}'");
             if (!File.Exists(o.Assembly))
                 throw new ArgumentException($"assembly '{o.Assembly}' does not exist");
             foreach (var s in o.Siblings)

@@ -69,6 +69,7 @@ namespace Orvane.WrpGen
             TypeObjectEmitter.RunPrelude(ctx);
             PropertyMethodEmitter.Run(ctx);
             DispatcherEmitter.Run(ctx);
+            CollectionSlotEmitter.Run(ctx);
             TypeObjectEmitter.RunTables(ctx);
             EnumEmitter.Run(ctx);
             StaticFieldEmitter.Run(ctx);

@@ -20,6 +20,14 @@ namespace WrpGen.Tests
         [InlineData("id", "id")]
         [InlineData("X", "x")]
         [InlineData("Scale_X", "scale_x")]
+        // The probe module's members.
+        [InlineData("EchoSByte", "echo_sbyte")]
+        [InlineData("EchoUInt16", "echo_uint16")]
+        [InlineData("EchoNullableInt32", "echo_nullable_int32")]
+        [InlineData("DateTimeRaw", "date_time_raw")]
+        [InlineData("DateTimeOffsetFromParts", "date_time_offset_from_parts")]
+        [InlineData("ArrayListOf", "array_list_of")]
+        [InlineData("NewReadOnlyCollectionBase", "new_read_only_collection_base")]
         public void SnakeCaseBreaksBeforeACapitalThatFollowsALowerCaseLetterOrDigit(string managed, string python) =>
             Assert.Equal(python, Naming.ToSnake(managed));
 

@@ -39,6 +39,26 @@ namespace WrpGen.Tests
             Assert.Contains(named, e.Message);
         }
 
+        [Theory]
+        [InlineData("orvane_probe")]
+        [InlineData("orvane.folaro")]
+        [InlineData("a.b2.c_d")]
+        public void ATopLevelModuleOrAPackagePathIsAccepted(string module)
+        {
+            Assert.Equal(module, Options.Parse(new[] { "--assembly", Dll, "--module", module, "--proxy-assembly", "P", "--company", "c" }).Module);
+        }
+
+        [Theory]
+        [InlineData("orvane.")]
+        [InlineData(".folaro")]
+        [InlineData("orvane-probe")]
+        [InlineData("orvane.2d")]
+        public void AModuleThatIsNotAPythonPathIsRefused(string module)
+        {
+            var e = Assert.Throws<ArgumentException>(() => Options.Parse(new[] { "--assembly", Dll, "--module", module, "--proxy-assembly", "P", "--company", "c" }));
+            Assert.Contains(module, e.Message);
+        }
+
         [Fact]
         public void RequiredOptionsAndMissingFilesAreReported()
         {

@@ -14,7 +14,8 @@ namespace Orvane.WrpGen.Emit
         public static void EmitLocals(CodeWriter w, MethodModel m)
         {
             for (int i = 0; i < m.Parameters.Count; i++)
-                w.Line(Kinds.CppDecl(m.Parameters[i].Type, $"a{i}"));
+                foreach (string line in Kinds.CppDecl(m.Parameters[i].Type, $"a{i}").Split('\n'))
+                    w.Line(line);
         }
 
         public static void EmitKeywords(CodeWriter w, MethodModel m, string name = "kw")
@@ -44,13 +45,28 @@ namespace Orvane.WrpGen.Emit
                 args.Add("fn_clr_handle(self)");
             for (int i = 0; i < m.Parameters.Count; i++)
                 args.Add(Kinds.CppCallArg(m.Parameters[i].Type, $"a{i}"));
+            var byRefs = m.Parameters.Select((p, i) => (p, i)).Where(x => x.p.Type.Kind == BindKind.ByRef)
+                          .Select(x => $"a{x.i}").ToList();
             if (m.IsCtor)
             {
                 w.Line($"((PyClrObject*)self)->clr_handle = {Symbols.Host(m.Owner)}::get_instance()->{m.EntryName}({string.Join(", ", args)});");
-                w.Line("return PyErr_Occurred() ? -1 : 0;");
+                if (byRefs.Count == 0)
+                {
+                    w.Line("return PyErr_Occurred() ? -1 : 0;");
+                    return;
+                }
+                w.Open("if (PyErr_Occurred())");
+                foreach (var b in byRefs)
+                    w.Line($"Py_XDECREF({b}_out);");
+                w.Line("return -1;");
+                w.Close();
+                w.Line("int status = 0;");
+                foreach (var b in byRefs)
+                    w.Line($"if (fn_push_parbyref_outvalue({b}.list, {b}_out) < 0)").Indent().Line("status = -1;").Outdent();
+                w.Line("return status;");
                 return;
             }
-            Kinds.EmitCallAndReturn(w, m.Result, $"{Symbols.Host(m.Owner)}::get_instance()->{m.EntryName}(", args);
+            Kinds.EmitCallAndReturn(w, m.Result, $"{Symbols.Host(m.Owner)}::get_instance()->{m.EntryName}(", args, byRefs);
         }
 
         /// <summary>Static methods refuse to run when the class (or what it depends on) could not bind.</summary>

@@ -13,6 +13,7 @@ namespace Orvane.WrpGen.Emit
             ctx.Declare("void wrpPy_dispatch_release(PyObject** errors, int count);");
             ctx.Declare("PyObject* wrpPy_dispatch_fail(PyObject** errors, int count);");
             ctx.Declare($"int {Kinds.DisposableConverter}(PyObject* obj, void** out);");
+            ctx.Declare($"int {Kinds.NullableConverter}(PyObject* obj, PyNullableArg* arg);");
 
             w.Line("// Takes the pending error of a candidate that did not parse and keeps its value");
             w.Line("// (normalised, so that str() gives the message). Never null.");
@@ -58,6 +59,13 @@ namespace Orvane.WrpGen.Emit
             w.Line("// disposable proxy accepts.");
             w.Open($"int {Kinds.DisposableConverter}(PyObject* obj, void** out)");
             w.Line($"return fn_conv_py_ifcobj_to_clr_handle(obj, out, &{Kinds.DisposableType}, wrpPye_is_assignable_to_disposable, \"IDisposable\");");
+            w.Close();
+            w.Line();
+
+            w.Line("// Nullable parameters: None leaves has_value 0, anything else goes through the");
+            w.Line("// record's typed converter (the record needs no extra word).");
+            w.Open($"int {Kinds.NullableConverter}(PyObject* obj, PyNullableArg* arg)");
+            w.Line("return fn_conv_py_nullable_to_clr_nullable(obj, arg, nullptr);");
             w.Close();
             w.Line();
         }

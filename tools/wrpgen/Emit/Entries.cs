@@ -5,7 +5,12 @@ using Orvane.WrpGen.Model;
 
 namespace Orvane.WrpGen.Emit
 {
-    internal enum EntryKind { Ctor, Method, Getter, Setter, StaticGetter, EnumGetter, AssignableTo }
+    internal enum EntryKind
+    {
+        Ctor, Method, Getter, Setter, StaticGetter, EnumGetter, AssignableTo,
+        /// <summary>The element entries of a collection type (its Count and int indexer).</summary>
+        CollLength, CollItem, CollItemNoCheck, CollContains, CollSetItem, CollSetItemNoCheck, CollSetSlice,
+    }
 
     /// <summary>One managed entry of a proxy class, as both the native host and the C# proxy see it.</summary>
     internal sealed class Entry
@@ -22,8 +27,11 @@ namespace Orvane.WrpGen.Emit
         public PropertyModel? Property { get; init; }
         public StaticMemberModel? Static { get; init; }
         public EnumMemberModel? EnumMember { get; init; }
+        /// <summary>Fixed native signature of an element entry (parameters after the handle).</summary>
+        public IReadOnlyList<string>? NativeParams { get; init; }
+        public string? NativeReturn { get; init; }
 
-        public string CppReturnType => Kind switch
+        public string CppReturnType => NativeReturn ?? Kind switch
         {
             EntryKind.Ctor => "void*",
             EntryKind.AssignableTo => "uint8_t",
@@ -34,7 +42,15 @@ namespace Orvane.WrpGen.Emit
         public IEnumerable<string> CppParamTypes()
         {
             if (HasSelf) yield return "void*";
-            foreach (var p in Parameters) yield return Kinds.CppParamType(p);
+            if (NativeParams != null)
+            {
+                foreach (var p in NativeParams)
+                    yield return p;
+                yield break;
+            }
+            foreach (var p in Parameters)
+                foreach (var native in Kinds.CppParamTypes(p))
+                    yield return native;
             if (Kind != EntryKind.Ctor && Kind != EntryKind.AssignableTo && Kinds.CppResultParam(Result) is { } extra)
                 yield return extra;
         }
@@ -66,10 +82,32 @@ namespace Orvane.WrpGen.Emit
                 if (p.CanWrite)
                     list.Add(new Entry("set_" + p.Name, EntryKind.Setter, true, new[] { p.Type }, VoidRef) { Property = p });
             }
+            if (t.Indexer != null)
+                list.AddRange(ElementEntries(t.Indexer));
             foreach (var s in t.BoundStaticMembers)
                 list.Add(new Entry("get_" + s.Name, EntryKind.StaticGetter, false, Array.Empty<TypeRef>(), s.Type) { Static = s });
             list.Add(new Entry("btp_IsAssignableTo", EntryKind.AssignableTo, false, new[] { new TypeRef(BindKind.Object, t.Clr) { Bound = t } }, VoidRef));
             return list;
+        }
+
+        /// <summary>
+        /// The element entries of a collection type, in binding order. Status
+        /// results: 0 ok, 2 index out of range, anything else a failure with a
+        /// Python error pending.
+        /// </summary>
+        private static IEnumerable<Entry> ElementEntries(IndexerModel ix)
+        {
+            Entry E(string name, EntryKind kind, string ret, params string[] ps) =>
+                new(name, kind, true, Array.Empty<TypeRef>(), ix.Element) { NativeParams = ps, NativeReturn = ret };
+            yield return E("sq_length", EntryKind.CollLength, "int32_t");
+            yield return E("sq_item", EntryKind.CollItem, "int32_t", "int32_t", "PyObjectOutArg*");
+            yield return E("sq_item_nocheck", EntryKind.CollItemNoCheck, "int32_t", "int32_t", "PyObjectOutArg*");
+            yield return E("sq_contains", EntryKind.CollContains, "int32_t", "void*");
+            if (!ix.CanWrite)
+                yield break;
+            yield return E("sq_ssitem", EntryKind.CollSetItem, "int32_t", "int32_t", "void*");
+            yield return E("sq_ssitem_nocheck", EntryKind.CollSetItemNoCheck, "void", "int32_t", "void*");
+            yield return E("mp_ssubscript_sizable", EntryKind.CollSetSlice, "void", "void*", "int32_t", "int32_t", "int32_t", "int32_t");
         }
 
         /// <summary>Enum values travel as int32, widened to int64 (uint64) where the underlying type needs it.</summary>

@@ -11,6 +11,15 @@ namespace Orvane.WrpGen.Emit
             w.Line("#pragma once");
             w.Line();
             w.Line("#include \"runtime.h\"");
+            w.Line("#include \"marshal/datetime.h\"");
+            w.Line("#include \"marshal/timespan.h\"");
+            w.Line("#include \"marshal/decimal.h\"");
+            w.Line("#include \"marshal/guid.h\"");
+            w.Line("#include \"marshal/nullable.h\"");
+            w.Line("#include \"marshal/byref.h\"");
+            w.Line("#include \"interop/collections.h\"");
+            w.Line("#include \"interop/streams.h\"");
+            w.Line("#include \"interop/generated_slots.h\"");
             w.Line();
             w.Line("#include <cstring>");
             w.Line("#include <string>");

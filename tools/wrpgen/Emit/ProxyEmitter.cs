@@ -65,6 +65,7 @@ namespace Orvane.WrpGen.Emit
             var parms = new List<string>();
             string ret;
             string body;
+            string fail = "default";
             switch (e.Kind)
             {
                 case EntryKind.AssignableTo:
@@ -85,7 +86,9 @@ namespace Orvane.WrpGen.Emit
                         AddParams(parms, m.Parameters.Select(p => p.Type));
                         ret = "IntPtr";
                         string value = m.IsImplicitDefault ? $"default({type})" : $"new {type}({Args(m.Parameters.Select(p => p.Type))})";
-                        body = $"return Handles.Alloc({value});";
+                        body = m.Parameters.Any(p => p.Type.Kind == BindKind.ByRef)
+                            ? WithByRefs(m, $"IntPtr created = Handles.Alloc({value});", "return created;")
+                            : $"return Handles.Alloc({value});";
                         break;
                     }
                 case EntryKind.Method:
@@ -96,7 +99,10 @@ namespace Orvane.WrpGen.Emit
                         AddResult(parms, m.Result);
                         ret = Kinds.CsReturnType(m.Result);
                         string target = m.IsStatic ? type : Self(t);
-                        body = Kinds.CsReturn(m.Result, $"{target}.{Identifier(m.Name)}({Args(m.Parameters.Select(p => p.Type))})");
+                        string call = $"{target}.{Identifier(m.Name)}({Args(m.Parameters.Select(p => p.Type))})";
+                        body = !m.Parameters.Any(p => p.Type.Kind == BindKind.ByRef) ? Kinds.CsReturn(m.Result, call)
+                             : m.Result.Kind == BindKind.Void ? WithByRefs(m, call + ";", "")
+                             : WithByRefs(m, $"var value = {call};", Kinds.CsReturn(m.Result, "value"));
                         break;
                     }
                 case EntryKind.Getter:
@@ -117,26 +123,104 @@ namespace Orvane.WrpGen.Emit
                     body = Kinds.CsReturn(e.Result, $"{type}.{Identifier(e.Static!.Name)}");
                     break;
                 default:
-                    throw new InvalidOperationException(e.Kind.ToString());
+                    (ret, body) = ElementEntry(t, e, parms);
+                    fail = "-1";
+                    break;
             }
             w.Line("[UnmanagedCallersOnly]");
             w.Open($"public static {ret} {e.Name}({string.Join(", ", parms)})");
             w.Open("try");
-            w.Line(body);
+            foreach (string line in body.Split('\n'))
+                if (line.Length > 0)
+                    w.Line(line);
             w.Close();
             w.Open("catch (Exception e)");
             w.Line("ErrorBridge.Report(e);");
             if (ret != "void")
-                w.Line("return default;");
+                w.Line($"return {fail};");
             w.Close();
             w.Close();
+        }
+
+        /// <summary>The element entries of a collection type: Count and the int indexer.</summary>
+        private static (string Ret, string Body) ElementEntry(BoundType t, Entry e, List<string> parms)
+        {
+            string element = Kinds.CsName(e.Result.Clr);
+            string self = $"var items = {Self(t)};";
+            parms.Add("IntPtr self");
+            switch (e.Kind)
+            {
+                case EntryKind.CollLength:
+                    return ("int", $"return {Self(t)}.Count;");
+                case EntryKind.CollItem:
+                    parms.Add("int index");
+                    parms.Add("PyObjectOutArg* result");
+                    return ("int", string.Join("\n", self,
+                        "if ((uint)index >= (uint)items.Count)", "    return 2;",
+                        "Handles.WriteOut(result, items[index]);", "return 0;"));
+                case EntryKind.CollItemNoCheck:
+                    parms.Add("int index");
+                    parms.Add("PyObjectOutArg* result");
+                    return ("int", $"Handles.WriteOut(result, {Self(t)}[index]);\nreturn 0;");
+                case EntryKind.CollContains:
+                    parms.Add("IntPtr element");
+                    return ("int", string.Join("\n", self, $"var value = {Kinds.CsArg(e.Result, "element")};",
+                        "for (int i = 0, n = items.Count; i < n; i++)",
+                        "    if (Equals(items[i], value))", "        return 1;", "return 0;"));
+                case EntryKind.CollSetItem:
+                    parms.Add("int index");
+                    parms.Add("IntPtr element");
+                    return ("int", string.Join("\n", self,
+                        "if ((uint)index >= (uint)items.Count)", "    return 2;",
+                        $"items[index] = {Kinds.CsArg(e.Result, "element")};", "return 0;"));
+                case EntryKind.CollSetItemNoCheck:
+                    parms.Add("int index");
+                    parms.Add("IntPtr element");
+                    return ("void", $"{Self(t)}[index] = {Kinds.CsArg(e.Result, "element")};");
+                case EntryKind.CollSetSlice:
+                    parms.AddRange(new[] { "IntPtr source", "int start", "int sliceLength", "int step", "int size" });
+                    // The source is copied first: it may be this very collection.
+                    return ("void", string.Join("\n", self,
+                        $"var values = new global::System.Collections.Generic.List<{element}>();",
+                        "foreach (object value in (global::System.Collections.IEnumerable)Handles.Target(source))",
+                        $"    values.Add(({element})value);",
+                        "if (values.Count != sliceLength)",
+                        "    throw new ArgumentException($\"attempt to assign sequence of size {values.Count} to extended slice of size {sliceLength}\");",
+                        "for (int i = 0; i < sliceLength; i++)",
+                        "    items[start + i * step] = values[i];"));
+                default:
+                    throw new InvalidOperationException(e.Kind.ToString());
+            }
         }
 
         private static void AddParams(List<string> parms, IEnumerable<TypeRef> types)
         {
             int i = 0;
             foreach (var p in types)
-                parms.Add($"{Kinds.CsParamType(p)} a{i++}");
+                parms.AddRange(Kinds.CsParams(p, $"a{i++}"));
+        }
+
+        /// <summary>
+        /// A call with by-reference parameters: each value is read into a local
+        /// first, the call passes the locals by reference, and their final
+        /// values go back to native code as new Python objects.
+        /// </summary>
+        private static string WithByRefs(MethodModel m, string call, string ret)
+        {
+            var lines = new List<string>();
+            for (int i = 0; i < m.Parameters.Count; i++)
+            {
+                var p = m.Parameters[i].Type;
+                if (p.Kind == BindKind.ByRef)
+                    lines.Add($"{Kinds.CsType(p.Element!.Clr)} r{i} = {Kinds.CsFromStorage(p.Element, $"a{i}->Value")};");
+            }
+            lines.Add(call);
+            for (int i = 0; i < m.Parameters.Count; i++)
+                if (m.Parameters[i].Type.Kind == BindKind.ByRef)
+                    lines.Add($"*a{i}_out = Variants.ToPy(r{i});");
+            if (ret.Length > 0)
+                lines.Add(ret);
+            return string.Join("\n", lines);
         }
 
         private static void AddResult(List<string> parms, TypeRef result)
@@ -146,6 +230,8 @@ namespace Orvane.WrpGen.Emit
         }
 
         private static string Args(IEnumerable<TypeRef> types) =>
-            string.Join(", ", types.Select((p, i) => Kinds.CsArg(p, $"a{i}")));
+            string.Join(", ", types.Select((p, i) => p.Kind == BindKind.ByRef
+                ? (p.IsOut ? "out " : "ref ") + $"r{i}"
+                : Kinds.CsArg(p, $"a{i}")));
     }
 }

@@ -29,7 +29,25 @@ namespace Orvane.WrpGen.Emit
                     case BindKind.Float or BindKind.Double: return "float";
                     case BindKind.Char or BindKind.String: return nullable && t.Kind == BindKind.String ? "typing.Optional[str]" : "str";
                     case BindKind.Bytes: return nullable ? "typing.Optional[bytes]" : "bytes";
-                    case BindKind.Disposable: return "typing.Any";
+                    case BindKind.Disposable or BindKind.Variant: return "typing.Any";
+                    case BindKind.DateTime or BindKind.DateTimeOffset:
+                        imports.Add("datetime");
+                        return "datetime.datetime";
+                    case BindKind.TimeSpan:
+                        imports.Add("datetime");
+                        return "datetime.timedelta";
+                    case BindKind.Decimal:
+                        imports.Add("decimal");
+                        return "decimal.Decimal";
+                    case BindKind.Guid:
+                        imports.Add("uuid");
+                        return "uuid.UUID";
+                    case BindKind.Nullable: return $"typing.Optional[{PyType(t.Element!, false)}]";
+                    case BindKind.ByRef: return "typing.List[typing.Any]";
+                    case BindKind.Stream: return "typing.BinaryIO";
+                    case BindKind.Collection:
+                        return t.Collection is CollectionKind.IEnumerator or CollectionKind.GenericEnumerator
+                            ? "typing.Iterator[typing.Any]" : "typing.Sequence[typing.Any]";
                     case BindKind.Object:
                     case BindKind.SiblingObject:
                         {

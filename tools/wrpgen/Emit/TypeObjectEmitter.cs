@@ -143,8 +143,9 @@ namespace Orvane.WrpGen.Emit
             w.Line("nullptr, // tp_as_async");
             w.Line("wrapClrObject_str, // tp_repr");
             w.Line("nullptr, // tp_as_number");
-            w.Line("nullptr, // tp_as_sequence");
-            w.Line("nullptr, // tp_as_mapping");
+            bool coll = t.Indexer != null;
+            w.Line((coll ? $"&{ns}::{CollectionSlotEmitter.SequenceTable(t)}" : "nullptr") + ", // tp_as_sequence");
+            w.Line((coll ? $"&{ns}::{CollectionSlotEmitter.MappingTable(t)}" : "nullptr") + ", // tp_as_mapping");
             w.Line("wrapClrObject_hash, // tp_hash");
             w.Line("nullptr, // tp_call");
             w.Line("nullptr, // tp_str");
@@ -157,7 +158,9 @@ namespace Orvane.WrpGen.Emit
             w.Line("nullptr, // tp_clear");
             w.Line($"{ns}::wrpPy_tybm_tp_richcompare, // tp_richcompare");
             w.Line("0, // tp_weaklistoffset");
-            w.Line("nullptr, // tp_iter");
+            // Enumerable collections iterate through their managed enumerator; the
+            // others through the sequence protocol (sq_item until IndexError).
+            w.Line((coll && t.IsEnumerable ? "wrpPye_collection_tp_iter" : "nullptr") + ", // tp_iter");
             w.Line("nullptr, // tp_iternext");
             w.Line($"{ns}::wrpPy_tymd_{t.Name}, // tp_methods");
             w.Line("nullptr, // tp_members");

@@ -18,8 +18,33 @@ namespace Orvane.WrpGen.Model
         SiblingObject,
         /// <summary>System.IDisposable, seen through the runtime's disposable wrapper.</summary>
         Disposable,
+        DateTime, DateTimeOffset, TimeSpan, Decimal, Guid,
+        /// <summary>System.Object: a tagged variant on the way in, any Python value on the way out.</summary>
+        Variant,
+        /// <summary>Nullable&lt;T&gt;; <see cref="TypeRef.Element"/> is T.</summary>
+        Nullable,
+        /// <summary>A ref or out parameter carried by a Python list; <see cref="TypeRef.Element"/> is the referenced type.</summary>
+        ByRef,
+        /// <summary>System.IO.Stream or a type derived from it.</summary>
+        Stream,
+        /// <summary>An array or collection interface; <see cref="TypeRef.Collection"/> says which.</summary>
+        Collection,
         /// <summary>Not bindable this round; <see cref="TypeRef.SkipKind"/> says why.</summary>
         Skipped,
+    }
+
+    /// <summary>The collection shapes parameters and results may have.</summary>
+    internal enum CollectionKind
+    {
+        IList, ICollection, IEnumerable, IEnumerator, Array, ArrayList, CollectionBase, ReadOnlyCollectionBase,
+        /// <summary>T[] of a bindable element type other than byte.</summary>
+        TypedArray,
+        /// <summary>IList&lt;T&gt;, List&lt;T&gt; and IReadOnlyList&lt;T&gt;.</summary>
+        GenericList,
+        /// <summary>ICollection&lt;T&gt; and IReadOnlyCollection&lt;T&gt;.</summary>
+        GenericCollection,
+        GenericEnumerable,
+        GenericEnumerator,
     }
 
     /// <summary>A parameter or result type together with its binding kind.</summary>
@@ -34,6 +59,11 @@ namespace Orvane.WrpGen.Model
         public SiblingType? Sibling { get; init; }
         public string? SkipKind { get; init; }
         public bool IsSkipped => Kind == BindKind.Skipped;
+        /// <summary>The inner type of a nullable or by-reference type, the element type of a typed collection.</summary>
+        public TypeRef? Element { get; init; }
+        public CollectionKind Collection { get; init; }
+        /// <summary>An out parameter (as opposed to ref): the list's item 0 is still read when present.</summary>
+        public bool IsOut { get; init; }
     }
 
     /// <summary>A public type of a sibling module; this module converts it through the sibling's capsule.</summary>
@@ -124,6 +154,14 @@ namespace Orvane.WrpGen.Model
         public string ReportSignature { get; init; } = "";
     }
 
+    /// <summary>The element access of a collection type: this[int] with its element type.</summary>
+    internal sealed class IndexerModel
+    {
+        public IndexerModel(TypeRef element, bool canWrite) { Element = element; CanWrite = canWrite; }
+        public TypeRef Element { get; }
+        public bool CanWrite { get; }
+    }
+
     internal sealed class EnumMemberModel
     {
         public EnumMemberModel(string name, object? rawValue) { Name = name; RawValue = rawValue; }
@@ -206,6 +244,11 @@ namespace Orvane.WrpGen.Model
         public bool IsDisposable { get; set; }
         /// <summary>Position of System.IDisposable among the implemented interfaces (-1: not disposable).</summary>
         public int DisposableIndex { get; set; } = -1;
+
+        /// <summary>An int indexer beside a Count: the type gets the collection protocol slots.</summary>
+        public IndexerModel? Indexer { get; set; }
+        /// <summary>Whether the managed type is enumerable (iteration goes through its enumerator).</summary>
+        public bool IsEnumerable { get; set; }
 
         public List<MethodModel> Constructors { get; } = new();
         public List<MethodModel> Methods { get; } = new();

@@ -116,6 +116,7 @@ namespace Orvane.WrpGen.Model
                 }
             }
             CollectInterfaces(bt);
+            bt.IsEnumerable = t.GetInterfaces().Any(i => i.FullName == "System.Collections.IEnumerable");
 
             if (!bt.IsInterface && !(t.IsAbstract && !t.IsSealed) && !(t.IsAbstract && t.IsSealed))
             {
@@ -202,7 +203,7 @@ namespace Orvane.WrpGen.Model
         {
             var ps = mb.GetParameters();
             var parameters = ps.Select((p, i) => new ParameterModel(string.IsNullOrEmpty(p.Name) ? $"arg{i}" : p.Name!,
-                                                                    _classifier.Classify(p.ParameterType))).ToList();
+                                                                    _classifier.Classify(p.ParameterType, p.IsOut))).ToList();
             var result = mb is MethodInfo mi ? _classifier.Classify(mi.ReturnType) : new TypeRef(BindKind.Void, typeof(void));
             return new MethodModel(bt, name, isCtor, isStatic, parameters, result)
             {
@@ -217,7 +218,18 @@ namespace Orvane.WrpGen.Model
             var setter = p.SetMethod is { IsPublic: true } s && !IsInitOnly(s) ? s : null;
             if (getter == null && setter == null)
                 return;
-            if (p.GetIndexParameters().Length > 0)
+            var index = p.GetIndexParameters();
+            if (index.Length == 1 && index[0].ParameterType.FullName == "System.Int32" && getter is { IsStatic: false }
+                && bt.Indexer == null && HasCount(bt.Clr))
+            {
+                var element = _classifier.Classify(p.PropertyType);
+                if (element.Kind is BindKind.Object or BindKind.SiblingObject)
+                {
+                    bt.Indexer = new IndexerModel(element, setter != null);
+                    return;
+                }
+            }
+            if (index.Length > 0)
             {
                 _model.Skipped.Add(new SkippedEntry(
                     Sig(bt, p.Name, string.Join(", ", p.GetIndexParameters().Select(i => TypeClassifier.DisplayName(i.ParameterType)))),
@@ -252,6 +264,12 @@ namespace Orvane.WrpGen.Model
             bool canWrite = !f.IsInitOnly && !f.IsLiteral && !(bt.IsStruct && IsReadOnlyStruct(bt.Clr));
             bt.Properties.Add(new PropertyModel(bt, f.Name, type, canRead: true, canWrite, isField: true) { ReportSignature = sig });
         }
+
+        /// <summary>A readable int Count on the type or one of its interfaces.</summary>
+        private static bool HasCount(Type t) =>
+            new[] { t }.Concat(t.GetInterfaces()).Any(x =>
+                x.GetProperty("Count", BindingFlags.Public | BindingFlags.Instance) is { GetMethod.IsPublic: true } c
+                && c.PropertyType.FullName == "System.Int32" && c.GetIndexParameters().Length == 0);
 
         private static bool IsReadOnlyStruct(Type t) =>
             t.GetCustomAttributesData().Any(a => a.AttributeType.FullName == "System.Runtime.CompilerServices.IsReadOnlyAttribute");

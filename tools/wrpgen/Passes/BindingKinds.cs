@@ -6,6 +6,7 @@ namespace Orvane.WrpGen.Passes
     /// <summary>
     /// Marks every member whose parameters or result have no binding this round
     /// with the first missing kind (parameters in order, then the result).
+    /// Ref returns and ref-typed properties have no binding.
     /// </summary>
     internal static class BindingKinds
     {
@@ -16,9 +17,9 @@ namespace Orvane.WrpGen.Passes
                 foreach (var m in t.Constructors.Concat(t.Methods))
                     m.SkipKind ??= FirstMissing(m);
                 foreach (var p in t.Properties)
-                    p.SkipKind ??= p.Type.SkipKind;
+                    p.SkipKind ??= p.Type.Kind == BindKind.ByRef ? "byref" : p.Type.SkipKind;
                 foreach (var s in t.StaticMembers)
-                    s.SkipKind ??= s.Type.SkipKind;
+                    s.SkipKind ??= s.Type.Kind == BindKind.ByRef ? "byref" : s.Type.SkipKind;
             }
         }
 
@@ -27,6 +28,8 @@ namespace Orvane.WrpGen.Passes
             foreach (var p in m.Parameters)
                 if (p.Type.IsSkipped)
                     return p.Type.SkipKind;
+            if (m.Result.Kind == BindKind.ByRef)
+                return "byref";  // ref returns
             return m.Result.IsSkipped ? m.Result.SkipKind : null;
         }
     }

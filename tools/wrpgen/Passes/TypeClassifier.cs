@@ -20,15 +20,24 @@ namespace Orvane.WrpGen.Passes
             _siblings = siblings;
         }
 
-        public TypeRef Classify(Type t)
+        public TypeRef Classify(Type t, bool isOut = false)
         {
-            if (t.IsByRef) return Skip(t, "byref");
+            if (t.IsByRef)
+            {
+                var inner = Classify(t.GetElementType()!);
+                return IsByRefValue(inner) ? new TypeRef(BindKind.ByRef, t) { Element = inner, IsOut = isOut } : Skip(t, "byref");
+            }
             if (t.IsPointer || t.IsFunctionPointer) return Skip(t, "pointer");
             if (t.IsGenericParameter || t.ContainsGenericParameters) return Skip(t, "generic");
             if (t.IsArray)
             {
                 var element = t.GetElementType()!;
-                return t.IsSZArray && element.FullName == "System.Byte" ? new TypeRef(BindKind.Bytes, t) : Skip(t, "array");
+                if (!t.IsSZArray) return Skip(t, "array");
+                if (element.FullName == "System.Byte") return new TypeRef(BindKind.Bytes, t);
+                var inner = Classify(element);
+                return IsElement(inner)
+                    ? new TypeRef(BindKind.Collection, t) { Collection = CollectionKind.TypedArray, Element = inner }
+                    : Skip(t, "array");
             }
             var scalar = ScalarKind(t.FullName);
             if (scalar != null)
@@ -44,24 +53,82 @@ namespace Orvane.WrpGen.Passes
             {
                 case "System.String": return new TypeRef(BindKind.String, t);
                 case "System.IDisposable": return new TypeRef(BindKind.Disposable, t);
-                case "System.DateTime": return Skip(t, "datetime");
-                case "System.DateTimeOffset": return Skip(t, "datetimeoffset");
-                case "System.TimeSpan": return Skip(t, "timespan");
-                case "System.Decimal": return Skip(t, "decimal");
-                case "System.Guid": return Skip(t, "guid");
-                case "System.Object": return Skip(t, "variant");
+                case "System.DateTime": return new TypeRef(BindKind.DateTime, t);
+                case "System.DateTimeOffset": return new TypeRef(BindKind.DateTimeOffset, t);
+                case "System.TimeSpan": return new TypeRef(BindKind.TimeSpan, t);
+                case "System.Decimal": return new TypeRef(BindKind.Decimal, t);
+                case "System.Guid": return new TypeRef(BindKind.Guid, t);
+                case "System.Object": return new TypeRef(BindKind.Variant, t);
             }
             if (t.IsGenericType && t.GetGenericTypeDefinition().FullName == "System.Nullable`1")
-                return Skip(t, "nullable");
+            {
+                var inner = Classify(t.GetGenericArguments()[0]);
+                return IsNullableValue(inner) ? new TypeRef(BindKind.Nullable, t) { Element = inner } : Skip(t, "nullable");
+            }
             if (_bound.TryGetValue(t, out var bound) && !bound.IsEnum)
                 return new TypeRef(BindKind.Object, t) { Bound = bound };
             if (_siblings.TryGetValue(t, out var sibling))
                 return new TypeRef(BindKind.SiblingObject, t) { Sibling = sibling };
             if (IsDelegate(t)) return Skip(t, "delegate");
-            if (IsStream(t)) return Skip(t, "stream");
+            if (IsStream(t)) return new TypeRef(BindKind.Stream, t);
+            if (CollectionOf(t) is { } collection)
+            {
+                if (!t.IsGenericType)
+                    return new TypeRef(BindKind.Collection, t) { Collection = collection };
+                var inner = Classify(t.GetGenericArguments()[0]);
+                return IsElement(inner)
+                    ? new TypeRef(BindKind.Collection, t) { Collection = collection, Element = inner }
+                    : Skip(t, "collection");
+            }
             if (IsCollection(t)) return Skip(t, "collection");
             if (t.IsGenericType) return Skip(t, "generic");
             return Skip(t, "unsupported");
+        }
+
+        /// <summary>Kinds a ref/out parameter may carry: values with a typed converter both ways.</summary>
+        public static bool IsByRefValue(TypeRef t) => t.Kind switch
+        {
+            BindKind.Void or BindKind.Skipped or BindKind.Bytes or BindKind.Disposable or BindKind.Nullable
+                or BindKind.ByRef or BindKind.Stream or BindKind.Collection => false,
+            _ => true,
+        };
+
+        /// <summary>Kinds a Nullable may wrap: value types.</summary>
+        public static bool IsNullableValue(TypeRef t) => t.Kind switch
+        {
+            BindKind.Bool or BindKind.Int8 or BindKind.UInt8 or BindKind.Int16 or BindKind.UInt16 or BindKind.Int32
+                or BindKind.UInt32 or BindKind.Int64 or BindKind.UInt64 or BindKind.Float or BindKind.Double
+                or BindKind.Char or BindKind.Enum or BindKind.DateTime or BindKind.DateTimeOffset or BindKind.TimeSpan
+                or BindKind.Decimal or BindKind.Guid => true,
+            BindKind.Object => t.Bound!.IsStruct,
+            BindKind.SiblingObject => t.Sibling!.Kind == TypeKind.Struct,
+            _ => false,
+        };
+
+        /// <summary>Element kinds of typed arrays and generic collections.</summary>
+        public static bool IsElement(TypeRef t) => IsByRefValue(t);
+
+        private static CollectionKind? CollectionOf(Type t)
+        {
+            string? name = t.IsGenericType ? t.GetGenericTypeDefinition().FullName : t.FullName;
+            return name switch
+            {
+                "System.Collections.IList" => CollectionKind.IList,
+                "System.Collections.ICollection" => CollectionKind.ICollection,
+                "System.Collections.IEnumerable" => CollectionKind.IEnumerable,
+                "System.Collections.IEnumerator" => CollectionKind.IEnumerator,
+                "System.Array" => CollectionKind.Array,
+                "System.Collections.ArrayList" => CollectionKind.ArrayList,
+                "System.Collections.CollectionBase" => CollectionKind.CollectionBase,
+                "System.Collections.ReadOnlyCollectionBase" => CollectionKind.ReadOnlyCollectionBase,
+                "System.Collections.Generic.IList`1" or "System.Collections.Generic.List`1"
+                    or "System.Collections.Generic.IReadOnlyList`1" => CollectionKind.GenericList,
+                "System.Collections.Generic.ICollection`1"
+                    or "System.Collections.Generic.IReadOnlyCollection`1" => CollectionKind.GenericCollection,
+                "System.Collections.Generic.IEnumerable`1" => CollectionKind.GenericEnumerable,
+                "System.Collections.Generic.IEnumerator`1" => CollectionKind.GenericEnumerator,
+                _ => null,
+            };
         }
 
         private static TypeRef Skip(Type t, string kind) => new(BindKind.Skipped, t) { SkipKind = kind };

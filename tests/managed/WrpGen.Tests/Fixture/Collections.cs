@@ -1,0 +1,41 @@
+using System;
+using System.Collections;
+using System.Collections.Generic;
+using System.IO;
+
+namespace Wrp.Fixture
+{
+    /// <summary>A read-only collection interface: an int indexer beside a Count.</summary>
+    public interface IPageCollection : IEnumerable<IPage>
+    {
+        int Count { get; }
+        IPage this[int index] { get; }
+    }
+
+    /// <summary>A writable collection class.</summary>
+    public sealed class PageCollection : IPageCollection
+    {
+        private readonly List<IPage> _pages = new();
+        public int Count => _pages.Count;
+        public IPage this[int index] { get => _pages[index]; set => _pages[index] = value; }
+        public IEnumerator<IPage> GetEnumerator() => _pages.GetEnumerator();
+        IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+    }
+
+    /// <summary>Parameters and results of the kinds that travel in records, lists and views.</summary>
+    public static class Kinds
+    {
+        private static int _slot;
+
+        public static void Swap(ref string text, out Point point) { text += "!"; point = new Point(1, 2); }
+        public static Point? Find(Point? point) => point;
+        public static DateTime? When(DateTimeOffset? at) => at?.UtcDateTime;
+        public static IEnumerable<IPage> Pages(IList<IPage> pages) => pages;
+        public static List<string> Names(string[] names, IEnumerable<int> numbers) => new(names);
+        public static ArrayList Mixed(IEnumerator items, ICollection sizes, CollectionBase more) => new();
+        public static MemoryStream Buffer(Stream source) => new();
+        public static IDictionary<string, int> Map() => new Dictionary<string, int>();
+        public static ref int Slot() => ref _slot;
+        public static void Ranges(int[,] grid) { }
+    }
+}

@@ -1,0 +1,96 @@
+using System.Linq;
+using Orvane.WrpGen.Model;
+
+namespace Orvane.WrpGen.Emit
+{
+    /// <summary>
+    /// Sequence and mapping slots of collection types (an int indexer beside a
+    /// Count): len(), indexing with negative indices and slices, in,
+    /// concatenation, repetition and, for writable indexers, item and slice
+    /// assignment. The algorithms are the runtime's (interop/generated_slots.h);
+    /// each type hands them its element entries and its element converters.
+    /// </summary>
+    internal static class CollectionSlotEmitter
+    {
+        public static void Run(EmitContext ctx)
+        {
+            foreach (var t in ctx.Model.ObjectTypes.Where(t => t.Indexer != null))
+                Emit(ctx.Unit(t).Private, t);
+        }
+
+        public static string SequenceTable(BoundType t) => $"wrpPy_tysd_{t.Name}";
+        public static string MappingTable(BoundType t) => $"wrpPy_tygd_{t.Name}";
+
+        private static string ElementToPy(TypeRef e) => e.Kind == BindKind.Object
+            ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}"
+            : $"wrpPyl_conv_clr_to_py_{e.Sibling!.Id}_{e.Sibling.Name}";
+
+        private static void Emit(CodeWriter w, BoundType t)
+        {
+            var ix = t.Indexer!;
+            string host = $"{Symbols.Host(t)}::get_instance()";
+            bool write = ix.CanWrite;
+            w.Line("// Element entries of the collection, as the shared slot algorithms call them.");
+            w.Line($"static int32_t wrpPy_blen_length(void* h) {{ return {host}->sq_length(h); }}");
+            w.Line($"static int32_t wrpPy_blen_item(void* h, int32_t i, PyObjectOutArg* out) {{ return {host}->sq_item(h, i, out); }}");
+            w.Line($"static int32_t wrpPy_blen_item_nocheck(void* h, int32_t i, PyObjectOutArg* out) {{ return {host}->sq_item_nocheck(h, i, out); }}");
+            w.Line($"static int32_t wrpPy_blen_contains(void* h, void* e) {{ return {host}->sq_contains(h, e); }}");
+            if (write)
+            {
+                w.Line($"static int32_t wrpPy_blen_ssitem(void* h, int32_t i, void* e) {{ return {host}->sq_ssitem(h, i, e); }}");
+                w.Line($"static void wrpPy_blen_ssitem_nocheck(void* h, int32_t i, void* e) {{ {host}->sq_ssitem_nocheck(h, i, e); }}");
+                w.Line("static void wrpPy_blen_ssubscript(void* h, void* source, int32_t start, int32_t n, int32_t step, int32_t size)");
+                w.Line($"{{ {host}->mp_ssubscript_sizable(h, source, start, n, step, size); }}");
+            }
+            w.Line();
+            w.Line("static const PyShlCollectionSlots wrpPy_blsd = {");
+            w.Indent();
+            w.Line("wrpPy_blen_length,");
+            w.Line("wrpPy_blen_item,");
+            w.Line("wrpPy_blen_item_nocheck,");
+            w.Line("wrpPy_blen_contains,");
+            w.Line(write ? "wrpPy_blen_ssitem," : "nullptr,");
+            w.Line(write ? "wrpPy_blen_ssitem_nocheck," : "nullptr,");
+            w.Line(write ? "wrpPy_blen_ssubscript," : "nullptr,");
+            w.Line($"{ElementToPy(ix.Element)},");
+            w.Line($"{Kinds.CppConverter(ix.Element)},");
+            w.Outdent().Line("};");
+            w.Line();
+            w.Line("static Py_ssize_t wrpPy_bltp_sq_length(PyObject* self) { return wrpPye_bltp_coll_sq_length(self, &wrpPy_blsd); }");
+            w.Line("static PyObject* wrpPy_bltp_sq_item(PyObject* self, Py_ssize_t i) { return wrpPye_bltp_coll_sq_item(self, i, &wrpPy_blsd); }");
+            w.Line("static PyObject* wrpPy_bltp_mp_subscript_sizable(PyObject* self, PyObject* key)");
+            w.Line("{ return wrpPye_bltp_coll_mp_subscript(self, key, &wrpPy_blsd); }");
+            w.Line("static int wrpPy_bltp_sq_contains(PyObject* self, PyObject* value) { return wrpPye_bltp_coll_sq_contains(self, value, &wrpPy_blsd); }");
+            w.Line("static PyObject* wrpPy_bltp_sq_concat(PyObject* self, PyObject* other) { return wrpPye_bltp_coll_sq_concat(self, other, &wrpPy_blsd); }");
+            w.Line("static PyObject* wrpPy_bltp_sq_repeat(PyObject* self, Py_ssize_t n) { return wrpPye_bltp_coll_sq_repeat(self, n, &wrpPy_blsd); }");
+            if (write)
+            {
+                w.Line("static int wrpPy_bltp_sq_ssitem(PyObject* self, Py_ssize_t i, PyObject* value)");
+                w.Line("{ return wrpPye_bltp_coll_sq_ass_item(self, i, value, &wrpPy_blsd); }");
+                w.Line("static int wrpPy_bltp_mp_ssubscript_sizable(PyObject* self, PyObject* key, PyObject* value)");
+                w.Line("{ return wrpPye_bltp_coll_mp_ass_subscript(self, key, value, &wrpPy_blsd); }");
+            }
+            w.Line();
+            w.Line($"static PySequenceMethods {SequenceTable(t)} = {{");
+            w.Indent();
+            w.Line("wrpPy_bltp_sq_length, // sq_length");
+            w.Line("wrpPy_bltp_sq_concat, // sq_concat");
+            w.Line("wrpPy_bltp_sq_repeat, // sq_repeat");
+            w.Line("wrpPy_bltp_sq_item, // sq_item");
+            w.Line("nullptr, // was_sq_slice");
+            w.Line((write ? "wrpPy_bltp_sq_ssitem" : "nullptr") + ", // sq_ass_item");
+            w.Line("nullptr, // was_sq_ass_slice");
+            w.Line("wrpPy_bltp_sq_contains, // sq_contains");
+            w.Line("nullptr, // sq_inplace_concat");
+            w.Line("nullptr, // sq_inplace_repeat");
+            w.Outdent().Line("};");
+            w.Line($"static PyMappingMethods {MappingTable(t)} = {{");
+            w.Indent();
+            w.Line("wrpPy_bltp_sq_length, // mp_length");
+            w.Line("wrpPy_bltp_mp_subscript_sizable, // mp_subscript");
+            w.Line((write ? "wrpPy_bltp_mp_ssubscript_sizable" : "nullptr") + ", // mp_ass_subscript");
+            w.Outdent().Line("};");
+            w.Line();
+        }
+    }
+}
