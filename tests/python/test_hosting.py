@@ -95,3 +95,61 @@ class BrokenProxyTest(unittest.TestCase):
 
 if __name__ == "__main__":
     unittest.main()
+
+
+FAKE_PYMAREL = '''
+"""A stand-in for orvane.pymarel that exports every capsule but the printing one."""
+import ctypes, types
+
+_new = ctypes.pythonapi.PyCapsule_New
+_new.restype = ctypes.py_object
+_new.argtypes = (ctypes.c_void_p, ctypes.c_void_p, ctypes.c_void_p)
+_keep = []
+
+def _capsule(name):
+    table = (ctypes.c_void_p * 2)()
+    label = ctypes.create_string_buffer(name.encode())
+    _keep.extend((table, label))
+    return _new(ctypes.addressof(table), ctypes.addressof(label), None)
+
+for _t in ("SizeF", "Image", "Bitmap", "Color", "PointF", "Size", "RectangleF", "Graphics"):
+    globals()["_C_APIT_" + _t] = _capsule("orvane.pymarel._C_APIT_" + _t)
+imaging = types.SimpleNamespace(_C_APIT_ImageFormat=_capsule("orvane.pymarel.imaging._C_APIT_ImageFormat"))
+drawing2d = types.SimpleNamespace(_C_APIT_GraphicsPath=_capsule("orvane.pymarel.drawing2d._C_APIT_GraphicsPath"))
+printing = types.SimpleNamespace()
+'''
+
+
+class MissingCapsuleTest(unittest.TestCase):
+    def test_missing_capsule_is_named(self):
+        stage = StageCopy()
+        self.addCleanup(stage.close)
+        for name in os.listdir(stage.pkg):
+            if name.startswith("pymarel"):
+                stage.remove(name)
+        with open(os.path.join(stage.pkg, "pymarel.py"), "w") as fake:
+            fake.write(FAKE_PYMAREL)
+        code = ("try:\n    import orvane.folaro\n"
+                "except ImportError as e:\n    print(e); print(e.__cause__)\n")
+        proc = run_python(code, env=stage.env())
+        self.assertEqual(proc.returncode, 0, proc.stderr.decode())
+        top, cause = proc.stdout.decode().splitlines()[:2]
+        self.assertEqual(top, "One or more errors occurred while loading the module 'orvane.folaro' (-1)")
+        self.assertEqual(cause, "can't import capsule 'orvane.pymarel.printing._C_APIT_PrinterSettings'")
+
+
+class SkippedMembersReportTest(unittest.TestCase):
+    """The generator lists what it cannot bind; none of it may be a kind the binding handles."""
+
+    HANDLED = {"scalar", "enum", "string", "bytes", "class", "interface", "datetime",
+               "datetimeoffset", "timespan", "decimal", "guid", "nullable", "byref", "array",
+               "collection", "stream", "variant"}
+
+    def test_reports_name_no_handled_kind(self):
+        for module in ("folaro", "pymarel"):
+            path = os.path.join(BUILD_DIR, "gen", module, "skipped-members.txt")
+            with open(path) as report:
+                lines = [l.rstrip("\n") for l in report if l.strip()]
+            for line in lines:
+                member, _, kind = line.rpartition("\t")
+                self.assertNotIn(kind, self.HANDLED, f"{module}: {line}")
