@@ -35,14 +35,21 @@ function(dotnet_build target)
     COMMENT "dotnet ${_verb} ${A_PROJECT}"
     VERBATIM)
   add_custom_target(${target} DEPENDS "${A_OUTPUT}/${A_PRODUCT}")
+  # One dotnet at a time, in the order the projects are declared: projects
+  # share referenced projects' obj folders, which concurrent builds corrupt.
+  get_property(_previous GLOBAL PROPERTY ORVANE_LAST_DOTNET_TARGET)
+  if(_previous)
+    add_dependencies(${target} ${_previous})
+  endif()
+  set_property(GLOBAL PROPERTY ORVANE_LAST_DOTNET_TARGET ${target})
 endfunction()
 
-# wrpgen_module(<target> ASSEMBLY <dll> MODULE <python module> PROXY <proxy assembly name>
-#               NAME <short name> [SIBLINGS <dll>=<module>...] [EXPORT_CAPSULES])
+# wrpgen_module(<target> ASSEMBLY <dll> [ASSEMBLY_TARGET <target making it>] MODULE <python module>
+#               PROXY <proxy assembly name> NAME <short name> [SIBLINGS <dll>=<module>...] [EXPORT_CAPSULES])
 # Runs the generator; its C++ goes to gen/<NAME>/cpp as a fixed set of shards
 # (so CMake knows the file names before the generator runs), its C# to gen/<NAME>/cs.
 function(wrpgen_module target)
-  cmake_parse_arguments(A "EXPORT_CAPSULES" "ASSEMBLY;MODULE;PROXY;NAME" "SIBLINGS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(A "EXPORT_CAPSULES" "ASSEMBLY;ASSEMBLY_TARGET;MODULE;PROXY;NAME" "SIBLINGS;DEPENDS" ${ARGN})
   set(_out "${GEN_DIR}/${A_NAME}")
   set(_shards "")
   math(EXPR _last "${WRPGEN_SHARDS} - 1")
@@ -71,6 +78,12 @@ function(wrpgen_module target)
     COMMENT "WrpGen ${A_MODULE}"
     VERBATIM)
   add_custom_target(${target} DEPENDS "${_out}/wrpgen.stamp")
+  # File dependencies on outputs of other directories do not order the
+  # targets that make them; the target dependencies do.
+  add_dependencies(${target} dotnet_wrpgen)
+  if(A_ASSEMBLY_TARGET)
+    add_dependencies(${target} ${A_ASSEMBLY_TARGET})
+  endif()
   set(${A_NAME}_GEN_SHARDS ${_shards} PARENT_SCOPE)
   set(${A_NAME}_GEN_CPP "${_out}/cpp" PARENT_SCOPE)
   set(${A_NAME}_GEN_CS "${_out}/cs" PARENT_SCOPE)

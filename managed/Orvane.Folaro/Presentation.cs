@@ -183,9 +183,10 @@ public sealed class Presentation : IPresentation
 
     public IDigitalSignatureCollection DigitalSignatures => throw Later("DigitalSignatures", "digital signatures");
 
-    public ICustomData CustomData => new CustomData(this);
+    public ICustomData CustomData => new CustomData(CustomDataHost.Of(this));
 
-    public ICustomXmlPart[] AllCustomXmlParts => throw Later("AllCustomXmlParts", "custom XML parts");
+    /// <summary>The custom XML parts of the presentation and of every slide.</summary>
+    public ICustomXmlPart[] AllCustomXmlParts => CustomXmlPartCollection.All(this);
 
     /// <summary>The VBA project, or null when there is none. Setting null removes it.</summary>
     public IVbaProject? VbaProject
@@ -275,6 +276,9 @@ public sealed class Presentation : IPresentation
     /// <summary>One view object per element (shapes); dropped with the element.</summary>
     internal T ElementView<T>(OpenXmlElement element, Func<T> create) where T : class =>
         (T)_elementViews.GetValue(element, _ => create());
+
+    /// <summary>Makes a second element (a view spanning two elements) find the same view.</summary>
+    internal void AliasElementView(OpenXmlElement element, object view) => _elementViews.AddOrUpdate(element, view);
 
     internal void CheckOpen()
     {

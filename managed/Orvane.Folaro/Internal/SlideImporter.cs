@@ -11,7 +11,8 @@ namespace Orvane.Folaro.Internal;
 // target's layouts (same layout and master content, same theme) and reused when one is equal;
 // otherwise the source master comes along with all its layouts and its theme. Pictures, charts,
 // embedded objects and other parts the slide uses are copied with it (the SDK copies a part of
-// another package with its own children); the notes page is copied onto the target's notes
+// another package with its own children), pictures and media only when the target does not
+// already hold the same bytes; the notes page is copied onto the target's notes
 // master, which is brought along if the target has none.
 internal static class SlideImporter
 {
@@ -19,6 +20,7 @@ internal static class SlideImporter
     {
         var layout = LayoutFor(target, source.SlideLayoutPart
             ?? throw new PptxEditException($"part '{source.Uri}': the slide to clone has no layout"));
+        var media = MediaIndex.Of((PresentationDocument)target.OpenXmlPackage);
         var copy = target.AddNewPart<SlidePart>();
         copy.Slide = (P.Slide)source.Slide.CloneNode(true);
         foreach (var pair in source.Parts.ToList())
@@ -29,7 +31,10 @@ internal static class SlideImporter
                     copy.AddPart(layout, pair.RelationshipId);
                     break;
                 case NotesSlidePart notes:
-                    ImportNotes(target, notes, copy, pair.RelationshipId);
+                    ImportNotes(target, notes, copy, pair.RelationshipId, media);
+                    break;
+                case ImagePart image:
+                    media.AddImage(copy, image, pair.RelationshipId);
                     break;
                 case SlidePart:
                     // A jump to another slide of the source deck has nowhere to point here.
@@ -40,7 +45,7 @@ internal static class SlideImporter
                     break;
             }
         }
-        CopyLinks(source, copy, target.OpenXmlPackage);
+        CopyLinks(source, copy, target.OpenXmlPackage, media);
         return copy;
     }
 
@@ -81,7 +86,7 @@ internal static class SlideImporter
         return master;
     }
 
-    private static void ImportNotes(PresentationPart target, NotesSlidePart source, SlidePart newSlide, string relId)
+    private static void ImportNotes(PresentationPart target, NotesSlidePart source, SlidePart newSlide, string relId, MediaIndex media)
     {
         var notesMaster = target.NotesMasterPart;
         if (notesMaster == null && source.NotesMasterPart is { } sourceMaster)
@@ -102,12 +107,15 @@ internal static class SlideImporter
                 case SlidePart:
                     copy.AddPart(newSlide, pair.RelationshipId);
                     break;
+                case ImagePart image:
+                    media.AddImage(copy, image, pair.RelationshipId);
+                    break;
                 default:
                     copy.AddPart(pair.OpenXmlPart, pair.RelationshipId);
                     break;
             }
         }
-        CopyLinks(source, copy, target.OpenXmlPackage);
+        CopyLinks(source, copy, target.OpenXmlPackage, media);
     }
 
     private static void DropLinks(OpenXmlElement root, string relId)
@@ -121,8 +129,8 @@ internal static class SlideImporter
     }
 
     // Hyperlinks and external targets keep their ids; media referenced by data-part
-    // relationships are copied into the target package.
-    private static void CopyLinks(OpenXmlPart source, OpenXmlPart target, OpenXmlPackage package)
+    // relationships are copied into the target package unless it holds the same bytes.
+    private static void CopyLinks(OpenXmlPart source, OpenXmlPart target, OpenXmlPackage package, MediaIndex media)
     {
         foreach (var link in source.HyperlinkRelationships)
             target.AddHyperlinkRelationship(link.Uri, link.IsExternal, link.Id);
@@ -132,9 +140,7 @@ internal static class SlideImporter
             return;
         foreach (var reference in source.DataPartReferenceRelationships)
         {
-            var data = ((PresentationDocument)package).CreateMediaDataPart(reference.DataPart.ContentType);
-            using (var stream = reference.DataPart.GetStream(FileMode.Open, FileAccess.Read))
-                data.FeedData(stream);
+            var data = (MediaDataPart)media.MediaFor((PresentationDocument)package, reference.DataPart);
             switch (reference)
             {
                 case AudioReferenceRelationship:

@@ -3,34 +3,89 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
+using Orvane.Folaro.Internal;
+using M = DocumentFormat.OpenXml.Office2021.PowerPoint.Comment;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
-/// <summary>A view over one p:cmAuthor element.</summary>
+/// <summary>
+/// A view over an author's p:cmAuthor entry (commentAuthors.xml), their p188:author entry
+/// (authors.xml, threaded comments), or both when the two carry the same name.
+/// </summary>
 public sealed class CommentAuthor : ICommentAuthor
 {
-    internal CommentAuthor(P.CommentAuthor element)
+    internal CommentAuthor(Presentation owner, P.CommentAuthor? legacy, M.Author? modern)
     {
-        Element = element;
+        Owner = owner;
+        Legacy = legacy;
+        Modern = modern;
     }
 
     public string Name
     {
-        get => Element.Name?.Value ?? string.Empty;
-        set => Element.Name = value ?? throw new ArgumentNullException(nameof(value));
+        get => Legacy?.Name?.Value ?? Modern?.Name?.Value ?? string.Empty;
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            if (Legacy != null)
+                Legacy.Name = value;
+            if (Modern != null)
+                Modern.Name = value;
+        }
     }
 
     public string Initials
     {
-        get => Element.Initials?.Value ?? string.Empty;
-        set => Element.Initials = value ?? throw new ArgumentNullException(nameof(value));
+        get => Legacy?.Initials?.Value ?? Modern?.Initials?.Value ?? string.Empty;
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            if (Legacy != null)
+                Legacy.Initials = value;
+            if (Modern != null)
+                Modern.Initials = value;
+        }
     }
 
-    internal P.CommentAuthor Element { get; }
+    public ICommentCollection Comments => new CommentCollection(this);
+
+    public override string ToString() => $"CommentAuthor '{Name}'";
+
+    internal Presentation Owner { get; }
+
+    internal P.CommentAuthor? Legacy { get; private set; }
+
+    internal M.Author? Modern { get; private set; }
+
+    internal bool IsIn(Presentation owner) =>
+        ReferenceEquals(owner, Owner) && (Legacy?.Parent != null || Modern?.Parent != null);
+
+    /// <summary>The classic author entry, made on first use for an author known only from threaded comments.</summary>
+    internal P.CommentAuthor EnsureLegacy()
+    {
+        if (Legacy != null)
+            return Legacy;
+        Legacy = CommentStore.NewLegacyAuthor(Owner, Name, Initials);
+        Owner.AliasElementView(Legacy, this);
+        return Legacy;
+    }
+
+    /// <summary>The threaded-comment author entry, made on first use for a classic author.</summary>
+    internal M.Author EnsureModern()
+    {
+        if (Modern != null)
+            return Modern;
+        Modern = CommentStore.NewModernAuthor(Owner, Name, Initials);
+        Owner.AliasElementView(Modern, this);
+        return Modern;
+    }
 }
 
-/// <summary>The comment authors part (commentAuthors.xml) as a collection; the part is made on the first add.</summary>
+/// <summary>
+/// The comment authors of the presentation: the classic list first, then authors known only
+/// from threaded comments. Parts are made on the first add.
+/// </summary>
 public sealed class CommentAuthorCollection : ICommentAuthorCollection
 {
     private readonly Presentation _owner;
@@ -57,38 +112,38 @@ public sealed class CommentAuthorCollection : ICommentAuthorCollection
     {
         ArgumentNullException.ThrowIfNull(name);
         ArgumentNullException.ThrowIfNull(initials);
-        var pres = _owner.PresentationPart;
-        var part = pres.CommentAuthorsPart ?? pres.AddNewPart<CommentAuthorsPart>();
-        part.CommentAuthorList ??= new P.CommentAuthorList();
-        var list = part.CommentAuthorList;
-        var authors = list.Elements<P.CommentAuthor>().ToList();
-        uint id = authors.Count == 0 ? 0 : authors.Max(a => a.Id?.Value ?? 0) + 1;
-        // Color indices cycle through the eight the format's readers know.
-        var element = new P.CommentAuthor { Id = id, Name = name, Initials = initials, LastIndex = 0, ColorIndex = id % 8 };
-        list.AppendChild(element);
-        return View(element);
+        var element = CommentStore.NewLegacyAuthor(_owner, name, initials);
+        return _owner.ElementView(element, () => new CommentAuthor(_owner, element, null));
+    }
+
+    public ICommentAuthor? FindByName(string name)
+    {
+        ArgumentNullException.ThrowIfNull(name);
+        return Items().FirstOrDefault(a => a.Name == name);
     }
 
     public void Remove(ICommentAuthor author)
     {
-        if (author is not CommentAuthor own || !Items().Contains(own))
+        if (author is not CommentAuthor own || !own.IsIn(_owner))
             throw new ArgumentException("CommentAuthorCollection.Remove: the author is not in this presentation", nameof(author));
-        own.Element.Remove();
+        CommentStore.RemoveAuthor(own);
     }
 
     public void RemoveAt(int index) => Remove(this[index]);
 
     public int IndexOf(ICommentAuthor author) => Items().FindIndex(a => ReferenceEquals(a, author));
 
-    public IEnumerator<ICommentAuthor> GetEnumerator() => Items().GetEnumerator();
+    public void Clear()
+    {
+        foreach (var author in Items())
+            CommentStore.RemoveAuthor(author);
+    }
+
+    public IEnumerator<ICommentAuthor> GetEnumerator() => Items().Cast<ICommentAuthor>().GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
     IEnumerable<ICommentAuthor> ICommentAuthorCollection.AsIEnumerable => this;
 
-    private List<CommentAuthor> Items() =>
-        _owner.PresentationPart.CommentAuthorsPart?.CommentAuthorList?.Elements<P.CommentAuthor>().Select(View).ToList()
-        ?? new List<CommentAuthor>();
-
-    private CommentAuthor View(P.CommentAuthor element) => _owner.ElementView(element, () => new CommentAuthor(element));
+    private List<CommentAuthor> Items() => CommentStore.Authors(_owner);
 }

@@ -21,4 +21,6 @@ public interface ITagCollection : IEnumerable<string>
 public interface ICustomData
 {
     ITagCollection Tags { get; }
+
+    ICustomXmlPartCollection CustomXmlParts { get; }
 }

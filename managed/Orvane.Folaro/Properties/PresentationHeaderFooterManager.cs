@@ -24,10 +24,7 @@ public sealed class PresentationHeaderFooterManager : IPresentationHeaderFooterM
     {
         ArgumentNullException.ThrowIfNull(text);
         foreach (var slide in Slides())
-        {
-            if (Find(slide, P.PlaceholderValues.Footer) is { } footer)
-                SetText(footer, new A.Run(new A.RunProperties { Language = "en-US" }, new A.Text(text)));
-        }
+            SetText(slide, P.PlaceholderValues.Footer, text);
     }
 
     public void SetAllFootersVisibility(bool isVisible) => SetVisibility(P.PlaceholderValues.Footer, isVisible);
@@ -41,10 +38,7 @@ public sealed class PresentationHeaderFooterManager : IPresentationHeaderFooterM
     {
         ArgumentNullException.ThrowIfNull(dateTimeText);
         foreach (var slide in Slides())
-        {
-            if (Find(slide, P.PlaceholderValues.DateAndTime) is { } date)
-                SetText(date, new A.Run(new A.RunProperties { Language = "en-US" }, new A.Text(dateTimeText)));
-        }
+            SetText(slide, P.PlaceholderValues.DateAndTime, dateTimeText);
     }
 
     private System.Collections.Generic.IEnumerable<Slide> Slides() => _owner.SlideList.Cast<Slide>();
@@ -52,35 +46,52 @@ public sealed class PresentationHeaderFooterManager : IPresentationHeaderFooterM
     private void SetVisibility(P.PlaceholderValues type, bool visible)
     {
         foreach (var slide in Slides())
+            SetVisibility(slide, type, visible);
+    }
+
+    /// <summary>The text of the slide's placeholder of this kind, or null when the slide has none.</summary>
+    internal static string? TextOf(Slide slide, P.PlaceholderValues type) =>
+        Find(slide, type) is { } shape
+            ? string.Join("\n", shape.TextBody?.Elements<A.Paragraph>().Select(p => string.Concat(p.Descendants<A.Text>().Select(t => t.Text))) ?? Array.Empty<string>())
+            : null;
+
+    internal static bool IsVisible(Slide slide, P.PlaceholderValues type) => Find(slide, type) != null;
+
+    internal static void SetText(Slide slide, P.PlaceholderValues type, string text)
+    {
+        if (Find(slide, type) is { } shape)
+            SetText(shape, new A.Run(new A.RunProperties { Language = "en-US" }, new A.Text(text)));
+    }
+
+    internal static void SetVisibility(Slide slide, P.PlaceholderValues type, bool visible)
+    {
+        var existing = Find(slide, type);
+        if (!visible)
         {
-            var existing = Find(slide, type);
-            if (!visible)
-            {
-                existing?.Remove();
-                continue;
-            }
-            if (existing != null)
-                continue;
-            var template = slide.Part.SlideLayoutPart is { } layout ? Find(layout.SlideLayout.CommonSlideData?.ShapeTree, type) : null;
-            if (template == null)
-                continue;
-            var tree = slide.Part.Slide.CommonSlideData?.ShapeTree;
-            if (tree == null)
-                continue;
-            var copy = new P.Shape(
-                (P.NonVisualShapeProperties)template.NonVisualShapeProperties!.CloneNode(true),
-                new P.ShapeProperties(),
-                (P.TextBody?)template.TextBody?.CloneNode(true) ?? new P.TextBody(new A.BodyProperties(), new A.ListStyle(), new A.Paragraph()));
-            copy.NonVisualShapeProperties!.NonVisualDrawingProperties!.Id = NextId(tree);
-            // The slide's own copy carries no prompt text; a slide number keeps its field.
-            if (type != P.PlaceholderValues.SlideNumber)
-                SetText(copy, null);
-            var last = tree.ChildElements.LastOrDefault(c => c is not P.ExtensionListWithModification);
-            if (last != null)
-                tree.InsertAfter(copy, last);
-            else
-                tree.AppendChild(copy);
+            existing?.Remove();
+            return;
         }
+        if (existing != null)
+            return;
+        var template = slide.Part.SlideLayoutPart is { } layout ? Find(layout.SlideLayout.CommonSlideData?.ShapeTree, type) : null;
+        if (template == null)
+            return;
+        var tree = slide.Part.Slide.CommonSlideData?.ShapeTree;
+        if (tree == null)
+            return;
+        var copy = new P.Shape(
+            (P.NonVisualShapeProperties)template.NonVisualShapeProperties!.CloneNode(true),
+            new P.ShapeProperties(),
+            (P.TextBody?)template.TextBody?.CloneNode(true) ?? new P.TextBody(new A.BodyProperties(), new A.ListStyle(), new A.Paragraph()));
+        copy.NonVisualShapeProperties!.NonVisualDrawingProperties!.Id = NextId(tree);
+        // The slide's own copy carries no prompt text; a slide number keeps its field.
+        if (type != P.PlaceholderValues.SlideNumber)
+            SetText(copy, null);
+        var last = tree.ChildElements.LastOrDefault(c => c is not P.ExtensionListWithModification);
+        if (last != null)
+            tree.InsertAfter(copy, last);
+        else
+            tree.AppendChild(copy);
     }
 
     private static P.Shape? Find(Slide slide, P.PlaceholderValues type) => Find(slide.Part.Slide.CommonSlideData?.ShapeTree, type);

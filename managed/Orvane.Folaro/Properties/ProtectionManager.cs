@@ -2,7 +2,11 @@ using System;
 using System.Buffers.Binary;
 using System.Security.Cryptography;
 using System.Text;
+using System.Linq;
+using DocumentFormat.OpenXml;
+using DocumentFormat.OpenXml.Packaging;
 using P = DocumentFormat.OpenXml.Presentation;
+using P1710 = DocumentFormat.OpenXml.Office2019.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -13,6 +17,8 @@ namespace Orvane.Folaro;
 public sealed class ProtectionManager : IProtectionManager
 {
     private const int SpinCount = 100_000;
+    private const string P1710Ns = "http://schemas.microsoft.com/office/powerpoint/2017/10/main";
+    private const string ReadOnlyRecommendedUri = "{1BD7E111-0CB8-44D6-8891-C1BB2F81B7CC}";
     private readonly Presentation _owner;
 
     internal ProtectionManager(Presentation owner)
@@ -25,11 +31,50 @@ public sealed class ProtectionManager : IProtectionManager
 
     public bool IsWriteProtected => _owner.Root.ModificationVerifier != null;
 
+    /// <summary>
+    /// Whether readers suggest opening the deck read-only: a p1710:readonlyRecommended extension
+    /// of the presentation properties (presProps.xml), made or removed as the value changes.
+    /// </summary>
     public bool ReadOnlyRecommended
     {
-        get => throw NoRecommendation();
-        set => throw NoRecommendation();
+        get
+        {
+            var props = _owner.PresentationPart.PresentationPropertiesPart?.PresentationProperties;
+            var mark = props == null ? null : Marks(props).FirstOrDefault();
+            var val = mark?.GetAttributes().FirstOrDefault(a => a.LocalName == "val").Value;
+            return val is "1" or "true";
+        }
+        set
+        {
+            var pres = _owner.PresentationPart;
+            var props = pres.PresentationPropertiesPart?.PresentationProperties;
+            if (props == null)
+            {
+                if (!value)
+                    return;
+                var part = pres.PresentationPropertiesPart ?? pres.AddNewPart<PresentationPropertiesPart>();
+                props = part.PresentationProperties = new P.PresentationProperties();
+            }
+            foreach (var mark in Marks(props).ToList())
+            {
+                var ext = mark.Parent;
+                mark.Remove();
+                if (ext is P.PresentationPropertiesExtension && !ext.HasChildren)
+                    ext.Remove();
+            }
+            if (props.PresentationPropertiesExtensionList is { HasChildren: false } emptyList)
+                emptyList.Remove();
+            if (!value)
+                return;
+            props.PresentationPropertiesExtensionList ??= new P.PresentationPropertiesExtensionList();
+            props.PresentationPropertiesExtensionList.AppendChild(
+                new P.PresentationPropertiesExtension(new P1710.ReadonlyRecommended { Val = true }) { Uri = ReadOnlyRecommendedUri });
+        }
     }
+
+    // The SDK does not type this extension's content, so a loaded mark is an unknown element: match by name.
+    private static System.Collections.Generic.IEnumerable<OpenXmlElement> Marks(P.PresentationProperties props) =>
+        props.Descendants().Where(e => e.LocalName == "readonlyRecommended" && e.NamespaceUri == P1710Ns);
 
     public void SetWriteProtection(string password)
     {
@@ -116,6 +161,4 @@ public sealed class ProtectionManager : IProtectionManager
         return hash;
     }
 
-    private static NotSupportedException NoRecommendation() =>
-        new("ProtectionManager.ReadOnlyRecommended: the read-only recommendation is not supported yet");
 }

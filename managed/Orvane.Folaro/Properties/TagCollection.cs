@@ -7,30 +7,75 @@ using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
-/// <summary>The presentation's data: its tags.</summary>
-public sealed class CustomData : ICustomData
+/// <summary>Where custom data lives: a presentation or slide part and its customer data list.</summary>
+internal sealed class CustomDataHost
 {
-    private readonly Presentation _owner;
+    private readonly Func<bool, P.CustomerDataList?> _list;
 
-    internal CustomData(Presentation owner)
+    internal CustomDataHost(Presentation owner, OpenXmlPart part, string where, Func<bool, P.CustomerDataList?> list)
     {
-        _owner = owner;
+        Owner = owner;
+        Part = part;
+        Where = where;
+        _list = list;
     }
 
-    public ITagCollection Tags => new TagCollection(_owner);
+    internal Presentation Owner { get; }
+
+    internal OpenXmlPart Part { get; }
+
+    internal string Where { get; }
+
+    /// <summary>The p:custDataLst, made when <paramref name="create"/> is set.</summary>
+    internal P.CustomerDataList? List(bool create) => _list(create);
+
+    internal static CustomDataHost Of(Presentation owner) =>
+        new(owner, owner.PresentationPart, owner.Origin, create =>
+        {
+            var root = owner.Root;
+            if (create)
+                root.CustomerDataList ??= new P.CustomerDataList();
+            return root.CustomerDataList;
+        });
+
+    internal static CustomDataHost Of(Slide slide) =>
+        new(slide.Owner, slide.Part, slide.Where, create =>
+        {
+            var data = slide.CommonSlideData;
+            if (data == null)
+                return create ? throw new PptxEditException($"{slide.Where}: the slide has no common slide data to hold custom data") : null;
+            if (create)
+                data.CustomerDataList ??= new P.CustomerDataList();
+            return data.CustomerDataList;
+        });
+}
+
+/// <summary>The tags and custom XML parts of a presentation or a slide.</summary>
+public sealed class CustomData : ICustomData
+{
+    private readonly CustomDataHost _host;
+
+    internal CustomData(CustomDataHost host)
+    {
+        _host = host;
+    }
+
+    public ITagCollection Tags => new TagCollection(_host);
+
+    public ICustomXmlPartCollection CustomXmlParts => new CustomXmlPartCollection(_host);
 }
 
 /// <summary>
-/// The presentation's tags: a tags part named from presentation.xml's customer data list.
+/// Tags: a tags part named from the customer data list of the presentation or slide.
 /// Names are unique without regard to case; the part is made on the first add.
 /// </summary>
 public sealed class TagCollection : ITagCollection
 {
-    private readonly Presentation _owner;
+    private readonly CustomDataHost _host;
 
-    internal TagCollection(Presentation owner)
+    internal TagCollection(CustomDataHost host)
     {
-        _owner = owner;
+        _host = host;
     }
 
     public int Count => Tags().Count;
@@ -91,9 +136,8 @@ public sealed class TagCollection : ITagCollection
 
     private UserDefinedTagsPart? Part()
     {
-        var pres = _owner.PresentationPart;
-        var id = _owner.Root.CustomerDataList?.GetFirstChild<P.CustomerDataTags>()?.Id?.Value;
-        return id != null && pres.TryGetPartById(id, out var part) ? part as UserDefinedTagsPart : null;
+        var id = _host.List(false)?.GetFirstChild<P.CustomerDataTags>()?.Id?.Value;
+        return id != null && _host.Part.TryGetPartById(id, out var part) ? part as UserDefinedTagsPart : null;
     }
 
     private P.TagList EnsureList()
@@ -101,12 +145,16 @@ public sealed class TagCollection : ITagCollection
         var part = Part();
         if (part == null)
         {
-            var pres = _owner.PresentationPart;
-            part = pres.AddNewPart<UserDefinedTagsPart>();
-            var root = _owner.Root;
-            root.CustomerDataList ??= new P.CustomerDataList();
+            part = _host.Part switch
+            {
+                PresentationPart pres => pres.AddNewPart<UserDefinedTagsPart>(),
+                SlidePart slide => slide.AddNewPart<UserDefinedTagsPart>(),
+                _ => throw new PptxEditException($"{_host.Where}: this part cannot hold tags"),
+            };
+            var list = _host.List(true)!;
             // The tags reference comes after any customer data entries.
-            root.CustomerDataList.AppendChild(new P.CustomerDataTags { Id = pres.GetIdOfPart(part) });
+            list.GetFirstChild<P.CustomerDataTags>()?.Remove();
+            list.AppendChild(new P.CustomerDataTags { Id = _host.Part.GetIdOfPart(part) });
         }
         part.TagList ??= new P.TagList();
         return part.TagList;

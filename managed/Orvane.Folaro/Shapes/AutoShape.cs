@@ -9,6 +9,12 @@ public interface IAutoShape : IShape
     /// <summary>True when the shape has a text body.</summary>
     bool HasTextFrame { get; }
 
+    /// <summary>The preset geometry, <see cref="ShapeType.Custom"/> for a freeform one. Setting a preset resets its adjustments.</summary>
+    ShapeType ShapeType { get; set; }
+
+    /// <summary>The adjust values of the preset geometry (empty for a freeform one).</summary>
+    IAdjustValueCollection Adjustments { get; }
+
     IShape AsIShape { get; }
 }
 
@@ -19,6 +25,19 @@ public sealed class AutoShape : Shape, IAutoShape
     }
 
     public bool HasTextFrame => Element.ChildElements.Any(c => c.LocalName == "txBody");
+
+    public ShapeType ShapeType
+    {
+        get => Internal.GeometryAccess.TypeOf(Element);
+        set
+        {
+            if (value < 0 || !System.Enum.IsDefined(value))
+                throw new System.ArgumentOutOfRangeException(nameof(value), value, "AutoShape.ShapeType must be a preset geometry");
+            Internal.GeometryAccess.SetType(Element, value, SlideView.Where);
+        }
+    }
+
+    public IAdjustValueCollection Adjustments => new AdjustValueCollection(Internal.GeometryAccess.Preset(Element));
 
     IShape IAutoShape.AsIShape => this;
 }

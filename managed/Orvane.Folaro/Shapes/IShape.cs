@@ -21,6 +21,18 @@ public interface IShape : ISlideComponent, IHyperlinkContainer
     float Width { get; set; }
     float Height { get; set; }
 
+    /// <summary>Clockwise rotation in degrees.</summary>
+    float Rotation { get; set; }
+
+    /// <summary>Position, size, flips and rotation at once. Setting applies all of them (a NotDefined flip keeps the current one).</summary>
+    IShapeFrame Frame { get; set; }
+
+    /// <summary>The placeholder this shape is, or null.</summary>
+    IPlaceholder? Placeholder { get; }
+
+    /// <summary>The shape's place in the z-order of its collection (0 is at the back).</summary>
+    int ZOrderPosition { get; }
+
     ISlideComponent AsISlideComponent { get; }
 
     IHyperlinkContainer AsIHyperlinkContainer { get; }

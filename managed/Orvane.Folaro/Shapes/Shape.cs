@@ -45,6 +45,47 @@ public abstract class Shape : IShape
     public float Width { get => Emu.ToPoints(Box().Cx); set => SetBox(cx: value); }
     public float Height { get => Emu.ToPoints(Box().Cy); set => SetBox(cy: value); }
 
+    public float Rotation
+    {
+        get => TransformElement(Element, create: false) is { } xfrm && long.TryParse(Attr(xfrm, "rot"), NumberStyles.Integer, CultureInfo.InvariantCulture, out var rot)
+            ? (float)(rot / 60000.0)
+            : 0f;
+        set
+        {
+            if (!float.IsFinite(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "Shape.Rotation must be finite");
+            // Stored normalised to [0, 360) in 1/60,000 degree.
+            double degrees = value % 360.0;
+            if (degrees < 0)
+                degrees += 360.0;
+            long rot = (long)Math.Round(degrees * 60000.0, MidpointRounding.AwayFromZero) % 21600000;
+            SetXfrmAttr("rot", rot == 0 ? null : rot.ToString(CultureInfo.InvariantCulture));
+        }
+    }
+
+    public IShapeFrame Frame
+    {
+        get
+        {
+            var xfrm = TransformElement(Element, create: false);
+            return new ShapeFrame(X, Y, Width, Height, Flag(xfrm, "flipH"), Flag(xfrm, "flipV"), Rotation);
+        }
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            SetBox(value.X, value.Y, value.Width, value.Height);
+            Rotation = value.Rotation;
+            if (value.FlipH != NullableBool.NotDefined)
+                SetXfrmAttr("flipH", value.FlipH == NullableBool.True ? "1" : null);
+            if (value.FlipV != NullableBool.NotDefined)
+                SetXfrmAttr("flipV", value.FlipV == NullableBool.True ? "1" : null);
+        }
+    }
+
+    public IPlaceholder? Placeholder => PlaceholderOf(Element) is { } ph ? new Placeholder(ph) : null;
+
+    public int ZOrderPosition => Container.IndexOf(this);
+
     public IHyperlink? HyperlinkClick
     {
         get
@@ -77,6 +118,31 @@ public abstract class Shape : IShape
     internal BaseSlide SlideView { get; }
 
     internal OpenXmlCompositeElement Element { get; }
+
+    /// <summary>The collection that holds the shape: its group's, else its slide's.</summary>
+    internal ShapeCollection Container =>
+        Element.Parent?.LocalName == "grpSp" && Element.Parent is OpenXmlCompositeElement g
+            ? new ShapeCollection(SlideView, g)
+            : Element.Parent?.Parent?.Parent?.LocalName == "grpSp" && Element.Parent.Parent.Parent is OpenXmlCompositeElement ag
+                ? new ShapeCollection(SlideView, ag)
+                : new ShapeCollection(SlideView);
+
+    private static NullableBool Flag(OpenXmlElement? xfrm, string name) =>
+        xfrm != null && Attr(xfrm, name) is "1" or "true" ? NullableBool.True : NullableBool.False;
+
+    private void SetXfrmAttr(string name, string? value)
+    {
+        if (value == null && TransformElement(Element, create: false) == null)
+            return;
+        if (TransformElement(Element, create: false) == null)
+            SetBox();
+        var xfrm = TransformElement(Element, create: true)
+            ?? throw new PptxEditException($"{SlideView.Where}: shape '{Name}' has no transform to rotate or flip");
+        if (value == null)
+            xfrm.RemoveAttribute(name, string.Empty);
+        else
+            xfrm.SetAttribute(new OpenXmlAttribute(name, string.Empty, value));
+    }
 
     public override string ToString() => $"{GetType().Name} '{Name}'";
 

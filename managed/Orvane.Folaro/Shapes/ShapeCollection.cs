@@ -3,6 +3,7 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -14,6 +15,26 @@ public interface IShapeCollection : IEnumerable<IShape>
     IShape this[int index] { get; }
 
     int IndexOf(IShape shape);
+
+    /// <summary>Adds a preset shape in front of the others. Position and size in points.</summary>
+    IAutoShape AddAutoShape(ShapeType shapeType, float x, float y, float width, float height);
+
+    /// <summary>Adds a connector line of a line or connector geometry (straight, bent, curved).</summary>
+    IConnector AddConnector(ShapeType shapeType, float x, float y, float width, float height);
+
+    /// <summary>Adds an empty group; shapes added to its collection grow it.</summary>
+    IGroupShape AddGroupShape();
+
+    /// <summary>Adds a copy of a shape (of this or another slide or presentation) in front of the others.</summary>
+    IShape AddClone(IShape sourceShape);
+
+    IShape InsertClone(int index, IShape sourceShape);
+
+    void Remove(IShape shape);
+    void RemoveAt(int index);
+
+    /// <summary>Moves the shape to this place in the z-order (0 is at the back).</summary>
+    void Reorder(int index, IShape shape);
 
     IEnumerable<IShape> AsIEnumerable { get; }
 }
@@ -44,6 +65,145 @@ public sealed class ShapeCollection : IShapeCollection
     }
 
     public int IndexOf(IShape shape) => Items().FindIndex(s => ReferenceEquals(s, shape));
+
+    public IAutoShape AddAutoShape(ShapeType shapeType, float x, float y, float width, float height) =>
+        (IAutoShape)Append(ShapeFactory.AutoShape(PresetGeometries.PresetName(Known(shapeType, nameof(AddAutoShape))), NextId(), $"{shapeType} {NextId() - 1}"), x, y, width, height);
+
+    public IConnector AddConnector(ShapeType shapeType, float x, float y, float width, float height) =>
+        (IConnector)Append(ShapeFactory.Connector(PresetGeometries.PresetName(Known(shapeType, nameof(AddConnector))), NextId(), $"Connector {NextId() - 1}"), x, y, width, height);
+
+    public IGroupShape AddGroupShape()
+    {
+        CheckWritable();
+        var group = ShapeFactory.Group(NextId(), $"Group {NextId() - 1}");
+        Insert(group, Count);
+        return (IGroupShape)Make(group)!;
+    }
+
+    public IShape AddClone(IShape sourceShape) => InsertClone(Count, sourceShape);
+
+    public IShape InsertClone(int index, IShape sourceShape)
+    {
+        ArgumentNullException.ThrowIfNull(sourceShape);
+        CheckWritable();
+        if (index < 0 || index > Count)
+            throw new ArgumentOutOfRangeException(nameof(index), index, $"ShapeCollection.InsertClone: index must be in [0, {Count}]");
+        if (sourceShape is not Shape source || source.Element.Parent == null)
+            throw new ArgumentException("ShapeCollection.InsertClone: the shape is not part of a slide", nameof(sourceShape));
+        var copy = (OpenXmlCompositeElement)source.Element.CloneNode(true);
+        ShapeFactory.Renumber(copy, NextId());
+        ShapeFactory.CopyRelationships(copy, source.SlideView.PartBase, _slide.PartBase);
+        Insert(copy, index);
+        Grow();
+        return Make(copy)!;
+    }
+
+    public void Remove(IShape shape)
+    {
+        var node = TopLevel(shape, nameof(Remove));
+        node.Remove();
+        Grow();
+    }
+
+    public void RemoveAt(int index) => Remove(this[index]);
+
+    public void Reorder(int index, IShape shape)
+    {
+        var node = TopLevel(shape, nameof(Reorder));
+        int count = Count;
+        if (index < 0 || index >= count)
+            throw new ArgumentOutOfRangeException(nameof(index), index, $"ShapeCollection.Reorder: index must be in [0, {count})");
+        node.Remove();
+        Insert(node, index);
+    }
+
+    // --- editing helpers ----------------------------------------------------------------
+
+    private OpenXmlCompositeElement Tree =>
+        _container ?? _slide.ShapeTree ?? throw new PptxEditException($"{_slide.Where}: the slide has no shape tree");
+
+    private static ShapeType Known(ShapeType type, string member) =>
+        type >= 0 && Enum.IsDefined(type)
+            ? type
+            : throw new ArgumentOutOfRangeException(nameof(type), type, $"ShapeCollection.{member}: the shape type must be a preset geometry");
+
+    private void CheckWritable() => _ = Tree;
+
+    // Shape ids are unique within the slide, groups included.
+    private uint NextId() =>
+        (_slide.ShapeTree?.Descendants().Where(e => e.LocalName == "cNvPr")
+            .Select(e => uint.TryParse(e.GetAttribute("id", string.Empty).Value, out var id) ? id : 0u)
+            .DefaultIfEmpty(1u).Max() ?? 1u) + 1;
+
+    private IShape Append(OpenXmlCompositeElement element, float x, float y, float width, float height)
+    {
+        CheckWritable();
+        Insert(element, Count);
+        var shape = Make(element)!;
+        try
+        {
+            shape.Frame = new ShapeFrame(x, y, width, height, NullableBool.NotDefined, NullableBool.NotDefined, 0f);
+        }
+        catch (ArgumentOutOfRangeException)
+        {
+            element.Remove();
+            throw;
+        }
+        Grow();
+        return shape;
+    }
+
+    // Places a node so that it becomes the shape at this index (the header elements of a
+    // tree — its own non-visual and group properties — stay first, an extension list last).
+    private void Insert(OpenXmlElement node, int index)
+    {
+        var tree = Tree;
+        var tops = TopLevelNodes();
+        if (index < tops.Count)
+        {
+            tree.InsertBefore(node, tops[index]);
+            return;
+        }
+        var ext = tree.ChildElements.LastOrDefault(c => c.LocalName == "extLst");
+        if (ext != null)
+            tree.InsertBefore(node, ext);
+        else
+            tree.AppendChild(node);
+    }
+
+    private List<OpenXmlElement> TopLevelNodes()
+    {
+        var result = new List<OpenXmlElement>();
+        foreach (var child in Tree.ChildElements)
+        {
+            var element = child.NamespaceUri == McNs && child.LocalName == "AlternateContent" ? Chosen(child) : child;
+            if (element is OpenXmlCompositeElement composite && Make(composite) != null)
+                result.Add(child);
+        }
+        return result;
+    }
+
+    private OpenXmlElement TopLevel(IShape shape, string member)
+    {
+        ArgumentNullException.ThrowIfNull(shape);
+        if (shape is Shape own)
+        {
+            OpenXmlElement? node = own.Element;
+            while (node != null && !ReferenceEquals(node.Parent, Tree))
+                node = node.Parent;
+            if (node != null)
+                return node;
+        }
+        throw new ArgumentException($"ShapeCollection.{member}: the shape is not in this collection", nameof(shape));
+    }
+
+    // A group's box follows its children while it maps them one to one (as a group made here does).
+    private void Grow()
+    {
+        if (_container?.LocalName != "grpSp")
+            return;
+        ShapeFactory.FitGroup(_container);
+    }
 
     public IEnumerator<IShape> GetEnumerator() => Items().GetEnumerator();
 

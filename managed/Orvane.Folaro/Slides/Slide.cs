@@ -22,6 +22,14 @@ public interface ISlide : IBaseSlide
 
     INotesSlideManager NotesSlideManager { get; }
 
+    /// <summary>The slide's tags and custom XML parts.</summary>
+    ICustomData CustomData { get; }
+
+    ISlideHeaderFooterManager HeaderFooterManager { get; }
+
+    /// <summary>The comments and replies on this slide, classic then threaded; all of them when <paramref name="author"/> is null.</summary>
+    IComment[] GetSlideComments(ICommentAuthor? author);
+
     IBaseSlide AsIBaseSlide { get; }
 }
 
@@ -74,6 +82,13 @@ public sealed class Slide : BaseSlide, ISlide
     public ISlideShowTransition SlideShowTransition => new SlideShowTransition(Part.Slide);
 
     public INotesSlideManager NotesSlideManager => new NotesSlideManager(this);
+
+    public ICustomData CustomData => new CustomData(CustomDataHost.Of(this));
+
+    public ISlideHeaderFooterManager HeaderFooterManager => new SlideHeaderFooterManager(this);
+
+    public IComment[] GetSlideComments(ICommentAuthor? author) =>
+        Internal.CommentStore.SlideComments(this).Where(c => author == null || ReferenceEquals(c.Author, author)).Cast<IComment>().ToArray();
 
     IBaseSlide ISlide.AsIBaseSlide => this;
 

@@ -15,7 +15,6 @@ public class NotSupportedMembersTests
 {
     private static readonly string[] Expected =
     {
-        "Presentation.GetAllCustomXmlParts()",
         "Presentation.GetAudios()",
         "Presentation.GetDefaultTextStyle()",
         "Presentation.GetDigitalSignatures()",
@@ -42,7 +41,6 @@ public class NotSupportedMembersTests
         "Presentation.Print(PrinterSettings, String)",
         "Presentation.Print(String)",
         "Presentation.Save(IXamlOptions)",
-        "ProtectionManager.GetReadOnlyRecommended()",
         "VbaProject(created).ToBinary()",
         "VbaProject(read).GetName()",
     };

@@ -201,6 +201,26 @@ public class SlideCollectionTests
     }
 
     [Fact]
+    public void PicturesClonedTwiceAcrossDecksAreStoredOnce()
+    {
+        using IPresentation source = new Presentation(TestFiles.CorpusFile("poi/2411-Performance_Up.pptx"));
+        using IPresentation target = new Presentation();
+        var slide = SlideOfPart(source, "/slide10.xml");
+        static string[] Media(byte[] package) =>
+            TestFiles.PartNames(package).Where(n => n.Contains("/media/", StringComparison.Ordinal)).ToArray();
+        target.Slides.AddClone(slide);
+        var once = Media(TestFiles.SaveToBytes(target));
+        Assert.NotEmpty(once);
+        target.Slides.AddClone(slide);
+        var bytes = TestFiles.SaveToBytes(target);
+        Assert.Equal(once, Media(bytes));
+        using IPresentation back = new Presentation(new MemoryStream(bytes));
+        Assert.Equal(back.Slides[0].Shapes.Count(s => s is PictureFrame), back.Slides[1].Shapes.Count(s => s is PictureFrame));
+        var errors = TestFiles.Validate(bytes);
+        Assert.True(errors.Count == 0, TestFiles.Describe(errors));
+    }
+
+    [Fact]
     public void HiddenAndNameAndLayoutRoundTrip()
     {
         using var pres = DeckWith(2);

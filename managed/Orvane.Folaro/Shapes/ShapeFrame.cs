@@ -1,0 +1,54 @@
+using System;
+
+namespace Orvane.Folaro;
+
+/// <summary>A shape's position, size, flips and rotation, as a value. Lengths in points, rotation in degrees.</summary>
+public interface IShapeFrame
+{
+    float X { get; }
+    float Y { get; }
+    float Width { get; }
+    float Height { get; }
+    NullableBool FlipH { get; }
+    NullableBool FlipV { get; }
+    float Rotation { get; }
+}
+
+public sealed class ShapeFrame : IShapeFrame, IEquatable<ShapeFrame>
+{
+    /// <summary>A frame; a flip of <see cref="NullableBool.NotDefined"/> keeps the shape's own flip when applied.</summary>
+    public ShapeFrame(float x, float y, float width, float height, NullableBool flipH, NullableBool flipV, float rotation)
+    {
+        if (!float.IsFinite(x) || !float.IsFinite(y))
+            throw new ArgumentOutOfRangeException(nameof(x), "ShapeFrame: the position must be finite");
+        if (!(width >= 0) || !(height >= 0) || float.IsInfinity(width) || float.IsInfinity(height))
+            throw new ArgumentOutOfRangeException(nameof(width), "ShapeFrame: the size must be finite and not negative");
+        if (!float.IsFinite(rotation))
+            throw new ArgumentOutOfRangeException(nameof(rotation), rotation, "ShapeFrame: the rotation must be finite");
+        X = x;
+        Y = y;
+        Width = width;
+        Height = height;
+        FlipH = flipH;
+        FlipV = flipV;
+        Rotation = rotation;
+    }
+
+    public float X { get; }
+    public float Y { get; }
+    public float Width { get; }
+    public float Height { get; }
+    public NullableBool FlipH { get; }
+    public NullableBool FlipV { get; }
+    public float Rotation { get; }
+
+    public bool Equals(ShapeFrame? other) =>
+        other != null && X == other.X && Y == other.Y && Width == other.Width && Height == other.Height
+        && FlipH == other.FlipH && FlipV == other.FlipV && Rotation == other.Rotation;
+
+    public override bool Equals(object? obj) => Equals(obj as ShapeFrame);
+
+    public override int GetHashCode() => HashCode.Combine(X, Y, Width, Height, FlipH, FlipV, Rotation);
+
+    public override string ToString() => $"ShapeFrame({X}, {Y}, {Width}, {Height}, flipH={FlipH}, flipV={FlipV}, rotation={Rotation})";
+}
