@@ -9,8 +9,8 @@ set(WRPGEN_SHARDS 8)
 
 # dotnet_build(<target> PROJECT <csproj> OUTPUT <dir> PRODUCT <dll name> [READY_TO_RUN]
 #              [DEPENDS <files/targets>...] [PROPERTIES <-p:...>...])
-# READY_TO_RUN publishes instead of building, with every assembly precompiled:
-# the proxy assemblies' entries then need no JIT at import.
+# READY_TO_RUN publishes instead of building, with the assemblies precompiled
+# (each project says which it leaves to the JIT): less JIT work at import.
 function(dotnet_build target)
   cmake_parse_arguments(A "READY_TO_RUN" "PROJECT;OUTPUT;PRODUCT" "DEPENDS;PROPERTIES;SOURCE_DIRS" ${ARGN})
   set(_verb build)
