@@ -15,6 +15,10 @@ public class CorpusRoundTripTests
     // Each deck either loads, saves and reloads with the same slides and every part kept,
     // or is rejected on load with PptxReadException; nothing else and never slowly.
     [Theory]
+    // Catches a hang, not a slow machine: the tests share two cores with other
+    // jobs, and the speed itself is measured by bench/CorpusBench.
+    private static readonly TimeSpan HangGuard = TimeSpan.FromSeconds(60);
+
     [MemberData(nameof(Decks))]
     public void DeckRoundTripsOrIsRejectedCleanly(string relative)
     {
@@ -29,7 +33,7 @@ public class CorpusRoundTripTests
         catch (PptxReadException ex)
         {
             Assert.Contains(path, ex.Message);
-            Assert.True(clock.Elapsed < TimeSpan.FromSeconds(10), $"rejection took {clock.Elapsed}");
+            Assert.True(clock.Elapsed < HangGuard, $"rejection took {clock.Elapsed}");
             return;
         }
         using (IPresentation loaded = pres)
@@ -54,7 +58,7 @@ public class CorpusRoundTripTests
             Assert.Equal(loaded.Masters.Count, back.Masters.Count);
             Assert.Equal(loaded.LayoutSlides.Count, back.LayoutSlides.Count);
         }
-        Assert.True(clock.Elapsed < TimeSpan.FromSeconds(10), $"took {clock.Elapsed}");
+        Assert.True(clock.Elapsed < HangGuard, $"took {clock.Elapsed}");
     }
 
     // Every reader of the model works on every deck that loads: nothing throws but the
