@@ -12,13 +12,13 @@ public class CorpusRoundTripTests
     public static IEnumerable<object[]> Decks() =>
         TestFiles.CorpusDecks().Select(f => new object[] { Path.GetRelativePath(TestFiles.Corpus, f) });
 
-    // Each deck either loads, saves and reloads with the same slides and every part kept,
-    // or is rejected on load with PptxReadException; nothing else and never slowly.
-    [Theory]
     // Catches a hang, not a slow machine: the tests share two cores with other
     // jobs, and the speed itself is measured by bench/CorpusBench.
     private static readonly TimeSpan HangGuard = TimeSpan.FromSeconds(60);
 
+    // Each deck either loads, saves and reloads with the same slides and every part kept,
+    // or is rejected on load with PptxReadException; nothing else and never slowly.
+    [Theory]
     [MemberData(nameof(Decks))]
     public void DeckRoundTripsOrIsRejectedCleanly(string relative)
     {
