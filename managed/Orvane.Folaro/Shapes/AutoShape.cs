@@ -15,6 +15,9 @@ public interface IAutoShape : IShape
     /// <summary>The adjust values of the preset geometry (empty for a freeform one).</summary>
     IAdjustValueCollection Adjustments { get; }
 
+    /// <summary>The shape's text. A shape without a text body gets one when text is written.</summary>
+    ITextFrame TextFrame { get; }
+
     IShape AsIShape { get; }
 }
 
@@ -38,6 +41,8 @@ public sealed class AutoShape : Shape, IAutoShape
     }
 
     public IAdjustValueCollection Adjustments => new AdjustValueCollection(Internal.GeometryAccess.Preset(Element));
+
+    public ITextFrame TextFrame => new TextFrame(create => Folaro.TextFrame.ShapeBody(Element, create), Context, Element);
 
     IShape IAutoShape.AsIShape => this;
 }

@@ -30,6 +30,12 @@ public interface IShape : ISlideComponent, IHyperlinkContainer
     /// <summary>The placeholder this shape is, or null.</summary>
     IPlaceholder? Placeholder { get; }
 
+    /// <summary>The shape's own fill (a group's fill for a group shape).</summary>
+    IFillFormat FillFormat { get; }
+
+    /// <summary>The shape's outline. Shapes without one (groups, tables, ink) raise PptxEditException when it is written.</summary>
+    ILineFormat LineFormat { get; }
+
     /// <summary>The shape's place in the z-order of its collection (0 is at the back).</summary>
     int ZOrderPosition { get; }
 

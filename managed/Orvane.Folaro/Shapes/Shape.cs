@@ -86,6 +86,16 @@ public abstract class Shape : IShape
 
     public int ZOrderPosition => Container.IndexOf(this);
 
+    public IFillFormat FillFormat => new FillFormat(
+        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, ElementOrder.Fills, Context);
+
+    public ILineFormat LineFormat => new LineFormat(create =>
+    {
+        if (ShapePropertiesSlot(false) is not { LocalName: "spPr" } spPr)
+            return null;
+        return ElementOrder.First(spPr, "ln") ?? (create ? ElementOrder.Insert(spPr, new A.Outline(), ElementOrder.ShapeProperties) : null);
+    }, Context);
+
     public IHyperlink? HyperlinkClick
     {
         get
@@ -118,6 +128,13 @@ public abstract class Shape : IShape
     internal BaseSlide SlideView { get; }
 
     internal OpenXmlCompositeElement Element { get; }
+
+    /// <summary>The part and place of this shape, for the formats that view its elements.</summary>
+    internal FormatContext Context => new(SlideView.PartBase, $"{SlideView.Where}, shape '{Name}'");
+
+    // spPr (or a group's grpSpPr); shapes without one (graphic frames, ink) have none to make.
+    private OpenXmlElement? ShapePropertiesSlot(bool create) =>
+        Element.ChildElements.FirstOrDefault(c => c.LocalName is "spPr" or "grpSpPr");
 
     /// <summary>The collection that holds the shape: its group's, else its slide's.</summary>
     internal ShapeCollection Container =>
@@ -277,14 +294,38 @@ public abstract class Shape : IShape
 
     // --- placeholder inheritance -------------------------------------------------------
 
-    private static P.PlaceholderShape? PlaceholderOf(OpenXmlElement shape) =>
+    internal static P.PlaceholderShape? PlaceholderOf(OpenXmlElement shape) =>
         shape.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))
             ?.ChildElements.OfType<P.ApplicationNonVisualDrawingProperties>().FirstOrDefault()?.PlaceholderShape;
 
-    // The layout's tree then the master's, for a slide; the master's for a layout.
-    private System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees()
+    /// <summary>
+    /// The placeholders a placeholder shape of <paramref name="part"/> inherits from, nearest
+    /// first: a slide's layout placeholder (matched by index) then its master's (matched by kind).
+    /// </summary>
+    internal static System.Collections.Generic.List<OpenXmlElement> InheritedPlaceholders(OpenXmlElement shape, OpenXmlPart part)
     {
-        OpenXmlPart? part = SlideView.PartBase;
+        var result = new System.Collections.Generic.List<OpenXmlElement>();
+        var ph = PlaceholderOf(shape);
+        bool first = true;
+        foreach (var tree in InheritedTrees(part))
+        {
+            if (ph == null)
+                break;
+            var match = FindPlaceholder(tree, ph, byTypeOnly: !(first && part is SlidePart));
+            first = false;
+            if (match == null)
+                continue;
+            result.Add(match);
+            ph = PlaceholderOf(match) ?? ph;
+        }
+        return result;
+    }
+
+    private System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees() => InheritedTrees(SlideView.PartBase);
+
+    // The layout's tree then the master's, for a slide; the master's for a layout.
+    private static System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees(OpenXmlPart? part)
+    {
         while (true)
         {
             part = part switch

@@ -101,7 +101,7 @@ public class LibreOfficeTests
     private static int Pages(string pdf) =>
         Regex.Matches(System.Text.Encoding.Latin1.GetString(File.ReadAllBytes(pdf)), @"/Type\s*/Page[^s]").Count;
 
-    private static int PdfPages(byte[] package)
+    internal static int PdfPages(byte[] package)
     {
         var dir = TestFiles.NewTempDir();
         try
@@ -130,7 +130,7 @@ public class LibreOfficeTests
         }
     }
 
-    private sealed class SkippableFactIfNoSofficeAttribute : FactAttribute
+    internal sealed class SkippableFactIfNoSofficeAttribute : FactAttribute
     {
         public SkippableFactIfNoSofficeAttribute()
         {

@@ -1,0 +1,213 @@
+using System;
+using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
+using A = DocumentFormat.OpenXml.Drawing;
+
+namespace Orvane.Folaro;
+
+public enum LineDashStyle
+{
+    NotDefined = -1,
+    Solid, Dot, Dash, LargeDash, DashDot, LargeDashDot, LargeDashDotDot, SystemDash, SystemDot, SystemDashDot, SystemDashDotDot,
+    /// <summary>A dash pattern of its own (read only).</summary>
+    Custom,
+}
+
+/// <summary>A line drawn as one stroke or as several parallel ones.</summary>
+public enum LineStyle
+{
+    NotDefined = -1,
+    Single, ThinThin, ThinThick, ThickThin, ThickBetweenThin,
+}
+
+public enum LineCapStyle
+{
+    NotDefined = -1,
+    Round, Square, Flat,
+}
+
+public enum LineJoinStyle
+{
+    NotDefined = -1,
+    Round, Bevel, Miter,
+}
+
+public enum LineArrowheadStyle
+{
+    NotDefined = -1,
+    None, Triangle, Stealth, Diamond, Oval, Open,
+}
+
+public enum LineArrowheadWidth
+{
+    NotDefined = -1,
+    Narrow, Medium, Wide,
+}
+
+public enum LineArrowheadLength
+{
+    NotDefined = -1,
+    Short, Medium, Long,
+}
+
+/// <summary>The outline of a shape (a view over a:ln): width in points, dashes, ends and its fill.</summary>
+public interface ILineFormat
+{
+    /// <summary>The width in points; NaN when inherited.</summary>
+    float Width { get; set; }
+
+    LineDashStyle DashStyle { get; set; }
+
+    LineStyle Style { get; set; }
+
+    LineCapStyle CapStyle { get; set; }
+
+    LineJoinStyle JoinStyle { get; set; }
+
+    LineArrowheadStyle BeginArrowheadStyle { get; set; }
+    LineArrowheadWidth BeginArrowheadWidth { get; set; }
+    LineArrowheadLength BeginArrowheadLength { get; set; }
+    LineArrowheadStyle EndArrowheadStyle { get; set; }
+    LineArrowheadWidth EndArrowheadWidth { get; set; }
+    LineArrowheadLength EndArrowheadLength { get; set; }
+
+    /// <summary>The line's fill: no fill, solid, gradient or pattern.</summary>
+    IFillFormat FillFormat { get; }
+}
+
+public sealed class LineFormat : ILineFormat
+{
+    private static readonly string[] Dashes = { "solid", "dot", "dash", "lgDash", "dashDot", "lgDashDot", "lgDashDotDot", "sysDash", "sysDot", "sysDashDot", "sysDashDotDot" };
+    private static readonly string[] Compounds = { "sng", "dbl", "thinThick", "thickThin", "tri" };
+    private static readonly string[] Caps = { "rnd", "sq", "flat" };
+    private static readonly string[] Joins = { "round", "bevel", "miter" };
+    private static readonly string[] Heads = { "none", "triangle", "stealth", "diamond", "oval", "arrow" };
+    private static readonly string[] Sizes = { "sm", "med", "lg" };
+
+    private readonly ElementSlot _line;
+    private readonly FormatContext _context;
+
+    internal LineFormat(ElementSlot line, FormatContext context)
+    {
+        _line = line;
+        _context = context;
+    }
+
+    public float Width
+    {
+        get => ElementOrder.Long(_line(false), "w") is long w ? Emu.ToPoints(w) : float.NaN;
+        set
+        {
+            if (float.IsNaN(value))
+            {
+                if (_line(false) is { } l)
+                    ElementOrder.SetAttr(l, "w", null);
+                return;
+            }
+            if (!(value >= 0 && value <= 1584))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "LineFormat.Width must be between 0 and 1584 points (NaN to inherit)");
+            ElementOrder.SetAttr(Line(), "w", ElementOrder.Text(Emu.FromPoints(value)));
+        }
+    }
+
+    public LineDashStyle DashStyle
+    {
+        get
+        {
+            var l = _line(false);
+            if (l == null)
+                return LineDashStyle.NotDefined;
+            if (ElementOrder.First(l, "custDash") != null)
+                return LineDashStyle.Custom;
+            return ElementOrder.First(l, "prstDash") is { } d ? (LineDashStyle)Array.IndexOf(Dashes, ElementOrder.Attr(d, "val") ?? "solid") : LineDashStyle.NotDefined;
+        }
+        set
+        {
+            if (value == LineDashStyle.Custom || !Enum.IsDefined(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "LineFormat.DashStyle must be a preset dash style or NotDefined");
+            if (value == LineDashStyle.NotDefined)
+            {
+                if (_line(false) is { } l)
+                    ElementOrder.Replace(l, new[] { "prstDash", "custDash" }, null, ElementOrder.Line);
+                return;
+            }
+            ElementOrder.Replace(Line(), new[] { "prstDash", "custDash" }, new A.PresetDash { Val = new A.PresetLineDashValues(Dashes[(int)value]) }, ElementOrder.Line);
+        }
+    }
+
+    public LineStyle Style
+    {
+        get => (LineStyle)Array.IndexOf(Compounds, _line(false) is { } l ? ElementOrder.Attr(l, "cmpd") : null);
+        set => SetAttr("cmpd", (int)value, Compounds, nameof(Style));
+    }
+
+    public LineCapStyle CapStyle
+    {
+        get => (LineCapStyle)Array.IndexOf(Caps, _line(false) is { } l ? ElementOrder.Attr(l, "cap") : null);
+        set => SetAttr("cap", (int)value, Caps, nameof(CapStyle));
+    }
+
+    public LineJoinStyle JoinStyle
+    {
+        get => _line(false) is { } l && ElementOrder.FirstOf(l, Joins) is { } j ? (LineJoinStyle)Array.IndexOf(Joins, j.LocalName) : LineJoinStyle.NotDefined;
+        set
+        {
+            if (!Enum.IsDefined(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "LineFormat.JoinStyle: unknown join style");
+            if (value == LineJoinStyle.NotDefined)
+            {
+                if (_line(false) is { } l)
+                    ElementOrder.Replace(l, Joins, null, ElementOrder.Line);
+                return;
+            }
+            OpenXmlElement made = value switch { LineJoinStyle.Round => new A.Round(), LineJoinStyle.Bevel => new A.LineJoinBevel(), _ => new A.Miter { Limit = 800000 } };
+            ElementOrder.Replace(Line(), Joins, made, ElementOrder.Line);
+        }
+    }
+
+    public LineArrowheadStyle BeginArrowheadStyle { get => (LineArrowheadStyle)EndAttr("headEnd", "type", Heads); set => SetEndAttr("headEnd", "type", (int)value, Heads, nameof(BeginArrowheadStyle)); }
+    public LineArrowheadWidth BeginArrowheadWidth { get => (LineArrowheadWidth)EndAttr("headEnd", "w", Sizes); set => SetEndAttr("headEnd", "w", (int)value, Sizes, nameof(BeginArrowheadWidth)); }
+    public LineArrowheadLength BeginArrowheadLength { get => (LineArrowheadLength)EndAttr("headEnd", "len", Sizes); set => SetEndAttr("headEnd", "len", (int)value, Sizes, nameof(BeginArrowheadLength)); }
+    public LineArrowheadStyle EndArrowheadStyle { get => (LineArrowheadStyle)EndAttr("tailEnd", "type", Heads); set => SetEndAttr("tailEnd", "type", (int)value, Heads, nameof(EndArrowheadStyle)); }
+    public LineArrowheadWidth EndArrowheadWidth { get => (LineArrowheadWidth)EndAttr("tailEnd", "w", Sizes); set => SetEndAttr("tailEnd", "w", (int)value, Sizes, nameof(EndArrowheadWidth)); }
+    public LineArrowheadLength EndArrowheadLength { get => (LineArrowheadLength)EndAttr("tailEnd", "len", Sizes); set => SetEndAttr("tailEnd", "len", (int)value, Sizes, nameof(EndArrowheadLength)); }
+
+    public IFillFormat FillFormat => new FillFormat(create => _line(create), ElementOrder.Line, ElementOrder.LineFills, _context);
+
+    public override string ToString() => $"LineFormat [{Width} pt, {DashStyle}]";
+
+    private OpenXmlElement Line() => _line(true) ?? throw new PptxEditException($"{_context.Where}: there is no place for a line");
+
+    private void SetAttr(string name, int value, string[] names, string member)
+    {
+        if (value < -1 || value >= names.Length)
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"LineFormat.{member}: unknown value");
+        if (value < 0)
+        {
+            if (_line(false) is { } l)
+                ElementOrder.SetAttr(l, name, null);
+            return;
+        }
+        ElementOrder.SetAttr(Line(), name, names[value]);
+    }
+
+    private int EndAttr(string end, string name, string[] names)
+    {
+        var e = _line(false) is { } l ? ElementOrder.First(l, end) : null;
+        return e == null ? -1 : Array.IndexOf(names, ElementOrder.Attr(e, name));
+    }
+
+    private void SetEndAttr(string end, string name, int value, string[] names, string member)
+    {
+        if (value < -1 || value >= names.Length)
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"LineFormat.{member}: unknown value");
+        if (value < 0)
+        {
+            if (_line(false) is { } l && ElementOrder.First(l, end) is { } e)
+                ElementOrder.SetAttr(e, name, null);
+            return;
+        }
+        var made = ElementOrder.Ensure(Line(), end, () => end == "headEnd" ? new A.HeadEnd() : new A.TailEnd(), ElementOrder.Line);
+        ElementOrder.SetAttr(made, name, names[value]);
+    }
+}

@@ -1,0 +1,50 @@
+using System;
+using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
+using A = DocumentFormat.OpenXml.Drawing;
+
+namespace Orvane.Folaro;
+
+/// <summary>A pattern fill: a preset pattern drawn in a fore colour over a back colour.</summary>
+public interface IPatternFormat
+{
+    PatternStyle PatternStyle { get; set; }
+
+    IColorFormat ForeColor { get; }
+
+    IColorFormat BackColor { get; }
+}
+
+public sealed class PatternFormat : IPatternFormat
+{
+    private readonly FillFormat _fill;
+
+    internal PatternFormat(FillFormat fill)
+    {
+        _fill = fill;
+    }
+
+    private OpenXmlElement? Existing => _fill.Fill(false) is { LocalName: "pattFill" } p ? p : null;
+
+    public PatternStyle PatternStyle
+    {
+        get => Existing is { } p ? (PatternStyle)Array.IndexOf(XmlValues.PatternStyle, ElementOrder.Attr(p, "prst") ?? "pct5") : PatternStyle.NotDefined;
+        set
+        {
+            if (value < 0 || !Enum.IsDefined(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "PatternFormat.PatternStyle must be a preset pattern");
+            ElementOrder.SetAttr(_fill.Ensure(FillType.Pattern), "prst", XmlValues.PatternStyle[(int)value]);
+        }
+    }
+
+    public IColorFormat ForeColor => Color("fgClr", () => new A.ForegroundColor());
+
+    public IColorFormat BackColor => Color("bgClr", () => new A.BackgroundColor());
+
+    private IColorFormat Color(string name, Func<OpenXmlElement> make) =>
+        new ColorFormat(create => create
+            ? ElementOrder.Ensure(_fill.Ensure(FillType.Pattern), name, make, ElementOrder.PatternFill)
+            : Existing is { } p ? ElementOrder.First(p, name) : null, _fill.Context);
+
+    public override string ToString() => $"PatternFormat [{PatternStyle}]";
+}

@@ -1,0 +1,37 @@
+namespace Orvane.Folaro;
+
+/// <summary>A colour of the user interface, with the last value it had when the file was saved.</summary>
+public enum SystemColor
+{
+    NotDefined = -1,
+    ScrollBar,
+    Background,
+    ActiveCaption,
+    InactiveCaption,
+    Menu,
+    Window,
+    WindowFrame,
+    MenuText,
+    WindowText,
+    CaptionText,
+    ActiveBorder,
+    InactiveBorder,
+    ApplicationWorkspace,
+    Highlight,
+    HighlightText,
+    ButtonFace,
+    ButtonShadow,
+    GrayText,
+    ButtonText,
+    InactiveCaptionText,
+    ButtonHighlight,
+    ThreeDDarkShadow,
+    ThreeDLight,
+    InfoText,
+    InfoBack,
+    HotLight,
+    GradientActiveCaption,
+    GradientInactiveCaption,
+    MenuHighlight,
+    MenuBar,
+}

@@ -1,0 +1,377 @@
+using System;
+using System.Linq;
+using DocumentFormat.OpenXml;
+using DocumentFormat.OpenXml.Packaging;
+using Orvane.Folaro.Internal;
+using A = DocumentFormat.OpenXml.Drawing;
+
+namespace Orvane.Folaro;
+
+public enum TextUnderlineType
+{
+    NotDefined = -1,
+    None, Words, Single, Double, Heavy, Dotted, HeavyDotted, Dashed, HeavyDashed, LongDashed, HeavyLongDashed,
+    DotDash, HeavyDotDash, DotDotDash, HeavyDotDotDash, Wavy, HeavyWavy, DoubleWavy,
+}
+
+public enum TextStrikethroughType
+{
+    NotDefined = -1,
+    None, Single, Double,
+}
+
+public enum TextCapType
+{
+    NotDefined = -1,
+    None, Small, All,
+}
+
+/// <summary>
+/// The character formatting of a portion (a view over a:rPr, or a paragraph's default or end-mark
+/// properties). Sizes are in points and NaN when inherited; font names are empty when inherited.
+/// </summary>
+public interface IPortionFormat
+{
+    float FontHeight { get; set; }
+
+    NullableBool FontBold { get; set; }
+
+    NullableBool FontItalic { get; set; }
+
+    TextUnderlineType FontUnderline { get; set; }
+
+    TextStrikethroughType StrikethroughType { get; set; }
+
+    TextCapType TextCapType { get; set; }
+
+    /// <summary>The Latin font; theme fonts read as "+mj-lt" (headings) and "+mn-lt" (body).</summary>
+    string LatinFont { get; set; }
+
+    string EastAsianFont { get; set; }
+
+    string ComplexScriptFont { get; set; }
+
+    /// <summary>The fill of the characters (their colour, for a solid fill).</summary>
+    IFillFormat FillFormat { get; }
+
+    /// <summary>The colour behind the characters; NotDefined when there is none.</summary>
+    IColorFormat HighlightColor { get; }
+
+    /// <summary>Removes the highlight.</summary>
+    void ResetHighlightColor();
+
+    /// <summary>Extra space between characters in points (negative to condense).</summary>
+    float Spacing { get; set; }
+
+    /// <summary>The smallest font size, in points, that is kerned (0 kerns every size).</summary>
+    float Kerning { get; set; }
+
+    /// <summary>The baseline shift as a fraction of the font size (0.3 superscript, -0.25 subscript).</summary>
+    float Escapement { get; set; }
+
+    /// <summary>The language tag of the text ("en-US"); empty when inherited.</summary>
+    string LanguageId { get; set; }
+
+    /// <summary>The hyperlink followed when the text is clicked, or null. Setting null removes it.</summary>
+    IHyperlink? HyperlinkClick { get; set; }
+
+    /// <summary>The hyperlink followed when the pointer rests on the text, or null.</summary>
+    IHyperlink? HyperlinkMouseOver { get; set; }
+
+    /// <summary>
+    /// The formatting actually used: the portion's own, then the list styles of its shape, its
+    /// layout and master placeholders, the master's text style and the presentation's default,
+    /// then the shape's style and the theme.
+    /// </summary>
+    IPortionFormatEffectiveData GetEffective();
+}
+
+public sealed class PortionFormat : IPortionFormat
+{
+    private const string R = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+    private static readonly string[] Underlines =
+    {
+        "none", "words", "sng", "dbl", "heavy", "dotted", "dottedHeavy", "dash", "dashHeavy", "dashLong", "dashLongHeavy",
+        "dotDash", "dotDashHeavy", "dotDotDash", "dotDotDashHeavy", "wavy", "wavyHeavy", "wavyDbl",
+    };
+    private static readonly string[] Strikes = { "noStrike", "sngStrike", "dblStrike" };
+    private static readonly string[] Caps = { "none", "small", "all" };
+
+    private readonly ElementSlot _rPr;
+    private readonly FormatContext _context;
+    private readonly Func<(TextInheritance Inheritance, System.Collections.Generic.List<OpenXmlElement> Chain)>? _inherited;
+
+    internal PortionFormat(ElementSlot rPr, FormatContext context,
+        Func<(TextInheritance Inheritance, System.Collections.Generic.List<OpenXmlElement> Chain)>? inherited)
+    {
+        _rPr = rPr;
+        _context = context;
+        _inherited = inherited;
+    }
+
+    public float FontHeight
+    {
+        get => ElementOrder.Long(_rPr(false), "sz") is long v ? v / 100f : float.NaN;
+        set => SetNumber("sz", value, 1, 4000, 100, nameof(FontHeight));
+    }
+
+    public NullableBool FontBold { get => Flag("b"); set => SetFlag("b", value); }
+
+    public NullableBool FontItalic { get => Flag("i"); set => SetFlag("i", value); }
+
+    public TextUnderlineType FontUnderline
+    {
+        get => (TextUnderlineType)Array.IndexOf(Underlines, Attr("u"));
+        set => SetAttr("u", Named(Underlines, (int)value, nameof(FontUnderline)));
+    }
+
+    public TextStrikethroughType StrikethroughType
+    {
+        get => (TextStrikethroughType)Array.IndexOf(Strikes, Attr("strike"));
+        set => SetAttr("strike", Named(Strikes, (int)value, nameof(StrikethroughType)));
+    }
+
+    public TextCapType TextCapType
+    {
+        get => (TextCapType)Array.IndexOf(Caps, Attr("cap"));
+        set => SetAttr("cap", Named(Caps, (int)value, nameof(TextCapType)));
+    }
+
+    public string LatinFont { get => Font("latin"); set => SetFont("latin", value, () => new A.LatinFont()); }
+
+    public string EastAsianFont { get => Font("ea"); set => SetFont("ea", value, () => new A.EastAsianFont()); }
+
+    public string ComplexScriptFont { get => Font("cs"); set => SetFont("cs", value, () => new A.ComplexScriptFont()); }
+
+    public IFillFormat FillFormat => new FillFormat(_rPr, ElementOrder.RunProperties, ElementOrder.Fills, _context);
+
+    public IColorFormat HighlightColor => new ColorFormat(create =>
+        _rPr(create) is { } r ? ElementOrder.First(r, "highlight") ?? (create ? ElementOrder.Insert(r, new A.Highlight(), ElementOrder.RunProperties) : null) : null, _context);
+
+    public void ResetHighlightColor() => (_rPr(false) is { } r ? ElementOrder.First(r, "highlight") : null)?.Remove();
+
+    public float Spacing
+    {
+        get => ElementOrder.Long(_rPr(false), "spc") is long v ? v / 100f : float.NaN;
+        set => SetNumber("spc", value, -4000, 4000, 100, nameof(Spacing));
+    }
+
+    public float Kerning
+    {
+        get => ElementOrder.Long(_rPr(false), "kern") is long v ? v / 100f : float.NaN;
+        set => SetNumber("kern", value, 0, 4000, 100, nameof(Kerning));
+    }
+
+    public float Escapement
+    {
+        get => ElementOrder.Long(_rPr(false), "baseline") is long v ? v / 100000f : float.NaN;
+        set => SetNumber("baseline", value, -1, 1, 100000, nameof(Escapement));
+    }
+
+    public string LanguageId
+    {
+        get => Attr("lang") ?? string.Empty;
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            SetAttr("lang", value.Length == 0 ? null : value);
+        }
+    }
+
+    public IHyperlink? HyperlinkClick { get => Link("hlinkClick"); set => SetLink("hlinkClick", value); }
+
+    public IHyperlink? HyperlinkMouseOver { get => Link("hlinkMouseOver"); set => SetLink("hlinkMouseOver", value); }
+
+    public IPortionFormatEffectiveData GetEffective()
+    {
+        var chain = new System.Collections.Generic.List<OpenXmlElement>();
+        if (_rPr(false) is { } own)
+            chain.Add(own);
+        TextInheritance? inheritance = null;
+        if (_inherited != null)
+        {
+            var (found, rest) = _inherited();
+            inheritance = found;
+            chain.AddRange(rest);
+        }
+        var theme = inheritance?.Colors ?? _context.Theme;
+        var fontRef = inheritance?.FontReference;
+        string FontOf(string script)
+        {
+            var face = Inherited.Child(chain, script) is { } f ? ElementOrder.Attr(f, "typeface") : null;
+            if (face == null)
+                return inheritance?.ThemeFont(fontRef != null && ElementOrder.Attr(fontRef, "idx") == "major", script) ?? string.Empty;
+            return inheritance?.Font(face) ?? face;
+        }
+        var fill = Inherited.Child(chain, ElementOrder.Fills);
+        FillType fillType;
+        Orvane.Marel.Color color;
+        if (fill != null)
+        {
+            fillType = fill.LocalName switch
+            {
+                "noFill" => FillType.NoFill,
+                "solidFill" => FillType.Solid,
+                "gradFill" => FillType.Gradient,
+                "blipFill" => FillType.Picture,
+                "pattFill" => FillType.Pattern,
+                _ => FillType.Group,
+            };
+            color = fillType == FillType.Solid && ElementOrder.FirstOf(fill, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+        }
+        else
+        {
+            // Unfilled text takes the colour of the shape style's font reference, else the theme's text colour.
+            fillType = FillType.Solid;
+            var styleColor = fontRef == null ? null : ElementOrder.FirstOf(fontRef, ColorMath.ColorElements);
+            color = ColorMath.Resolve(styleColor ?? new A.SchemeColor { Val = A.SchemeColorValues.Text1 }, theme);
+        }
+        var highlight = Inherited.Child(chain, "highlight");
+        var highlightColor = highlight != null && ElementOrder.FirstOf(highlight, ColorMath.ColorElements) is { } h ? ColorMath.Resolve(h, theme) : default;
+        return new PortionFormatEffectiveData
+        {
+            // Text that nothing sizes is 18 points.
+            FontHeight = (Inherited.Long(chain, "sz") ?? 1800) / 100f,
+            FontBold = Inherited.Flag(chain, "b", false),
+            FontItalic = Inherited.Flag(chain, "i", false),
+            FontUnderline = (TextUnderlineType)Inherited.Index(Underlines, Inherited.Attr(chain, "u"), 0),
+            StrikethroughType = (TextStrikethroughType)Inherited.Index(Strikes, Inherited.Attr(chain, "strike"), 0),
+            TextCapType = (TextCapType)Inherited.Index(Caps, Inherited.Attr(chain, "cap"), 0),
+            LatinFont = FontOf("latin"),
+            EastAsianFont = FontOf("ea"),
+            ComplexScriptFont = FontOf("cs"),
+            FillType = fillType,
+            SolidFillColor = color,
+            HighlightColor = highlightColor,
+            Spacing = (Inherited.Long(chain, "spc") ?? 0) / 100f,
+            Kerning = Inherited.Long(chain, "kern") is long k ? k / 100f : float.NaN,
+            Escapement = (Inherited.Long(chain, "baseline") ?? 0) / 100000f,
+            LanguageId = Inherited.Attr(chain, "lang") ?? string.Empty,
+        };
+    }
+
+    public override string ToString() => $"PortionFormat [{FontHeight} pt, bold {FontBold}, italic {FontItalic}]";
+
+    private OpenXmlElement Properties() => _rPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no text to format");
+
+    private string? Attr(string name) => _rPr(false) is { } r ? ElementOrder.Attr(r, name) : null;
+
+    private void SetAttr(string name, string? value)
+    {
+        if (value == null)
+        {
+            if (_rPr(false) is { } r)
+                ElementOrder.SetAttr(r, name, null);
+            return;
+        }
+        ElementOrder.SetAttr(Properties(), name, value);
+    }
+
+    private NullableBool Flag(string name) => Attr(name) switch { "1" or "true" => NullableBool.True, "0" or "false" => NullableBool.False, _ => NullableBool.NotDefined };
+
+    private void SetFlag(string name, NullableBool value)
+    {
+        if (!Enum.IsDefined(value))
+            throw new ArgumentOutOfRangeException(nameof(value), value, "PortionFormat: unknown NullableBool value");
+        SetAttr(name, value switch { NullableBool.True => "1", NullableBool.False => "0", _ => null });
+    }
+
+    private void SetNumber(string name, float value, float min, float max, double scale, string member)
+    {
+        if (float.IsNaN(value))
+        {
+            SetAttr(name, null);
+            return;
+        }
+        if (!(value >= min && value <= max))
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member} must be between {min} and {max} (NaN to inherit)");
+        SetAttr(name, ElementOrder.Text((long)Math.Round(value * scale)));
+    }
+
+    private static string? Named(string[] names, int value, string member)
+    {
+        if (value < -1 || value >= names.Length)
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member}: unknown value");
+        return value < 0 ? null : names[value];
+    }
+
+    private string Font(string name) =>
+        _rPr(false) is { } r && ElementOrder.First(r, name) is { } f ? ElementOrder.Attr(f, "typeface") ?? string.Empty : string.Empty;
+
+    private void SetFont(string name, string value, Func<OpenXmlElement> make)
+    {
+        ArgumentNullException.ThrowIfNull(value);
+        if (value.Length == 0)
+        {
+            (_rPr(false) is { } r ? ElementOrder.First(r, name) : null)?.Remove();
+            return;
+        }
+        var font = ElementOrder.Ensure(Properties(), name, make, ElementOrder.RunProperties);
+        ElementOrder.SetAttr(font, "typeface", value);
+    }
+
+    private IHyperlink? Link(string name)
+    {
+        if (_rPr(false) is not { } r || ElementOrder.First(r, name) is not { } link)
+            return null;
+        string? id = link.GetAttributes().FirstOrDefault(a => a.LocalName == "id" && a.NamespaceUri == R).Value;
+        string url = string.Empty;
+        if (!string.IsNullOrEmpty(id) && _context.Part?.HyperlinkRelationships.FirstOrDefault(h => h.Id == id) is { } rel)
+            url = rel.Uri.OriginalString;
+        return new Hyperlink(Hyperlink.ActionOf(ElementOrder.Attr(link, "action"), url.Length > 0), url, ElementOrder.Attr(link, "tooltip") ?? string.Empty);
+    }
+
+    private void SetLink(string name, IHyperlink? value)
+    {
+        if (value == null)
+        {
+            if (_rPr(false) is { } r && ElementOrder.First(r, name) is { } old)
+                Unlink(old);
+            return;
+        }
+        var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a hyperlink");
+        string id = string.Empty;
+        string? action = value.ActionType switch
+        {
+            HyperlinkActionType.Hyperlink => null,
+            HyperlinkActionType.NoAction => "ppaction://noaction",
+            HyperlinkActionType.JumpNextSlide => "ppaction://hlinkshowjump?jump=nextslide",
+            HyperlinkActionType.JumpPreviousSlide => "ppaction://hlinkshowjump?jump=previousslide",
+            HyperlinkActionType.JumpFirstSlide => "ppaction://hlinkshowjump?jump=firstslide",
+            HyperlinkActionType.JumpLastSlide => "ppaction://hlinkshowjump?jump=lastslide",
+            HyperlinkActionType.JumpLastViewedSlide => "ppaction://hlinkshowjump?jump=lastslideviewed",
+            HyperlinkActionType.EndShow => "ppaction://hlinkshowjump?jump=endshow",
+            // Jumps to a given slide, files, programs and macros need targets the model cannot name yet.
+            _ => throw new NotSupportedException($"PortionFormat.{(name == "hlinkClick" ? "HyperlinkClick" : "HyperlinkMouseOver")}: setting a {value.ActionType} hyperlink on text is not supported yet"),
+        };
+        if (value.ActionType == HyperlinkActionType.Hyperlink)
+        {
+            if (!Uri.TryCreate(value.ExternalUrl, UriKind.RelativeOrAbsolute, out var uri))
+                throw new ArgumentException($"PortionFormat: '{value.ExternalUrl}' is not a valid address", nameof(value));
+            id = part.AddHyperlinkRelationship(uri, uri.IsAbsoluteUri).Id;
+        }
+        var rPr = Properties();
+        if (ElementOrder.First(rPr, name) is { } existing)
+            Unlink(existing);
+        OpenXmlElement made = name == "hlinkClick" ? new A.HyperlinkOnClick() : new A.HyperlinkOnMouseOver();
+        made.SetAttribute(new OpenXmlAttribute("r", "id", R, id));
+        if (action != null)
+            ElementOrder.SetAttr(made, "action", action);
+        if (value.Tooltip.Length > 0)
+            ElementOrder.SetAttr(made, "tooltip", value.Tooltip);
+        ElementOrder.Insert(rPr, made, ElementOrder.RunProperties);
+    }
+
+    // Removes a link element, and its relationship when nothing else in the part refers to it.
+    private void Unlink(OpenXmlElement link)
+    {
+        string? id = link.GetAttributes().FirstOrDefault(a => a.LocalName == "id" && a.NamespaceUri == R).Value;
+        var root = link.Ancestors().LastOrDefault();
+        link.Remove();
+        if (string.IsNullOrEmpty(id) || _context.Part is not { } part || root == null)
+            return;
+        bool used = root.Descendants().Any(e => e.GetAttributes().Any(a => a.NamespaceUri == R && a.Value == id));
+        if (!used && part.HyperlinkRelationships.FirstOrDefault(h => h.Id == id) is { } rel)
+            part.DeleteReferenceRelationship(rel);
+    }
+}

@@ -1,0 +1,203 @@
+using System;
+using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
+using A = DocumentFormat.OpenXml.Drawing;
+
+namespace Orvane.Folaro;
+
+/// <summary>Where text sits vertically in its frame.</summary>
+public enum TextAnchorType
+{
+    NotDefined = -1,
+    Top, Center, Bottom, Justified, Distributed,
+}
+
+/// <summary>The direction text runs in its frame.</summary>
+public enum TextVerticalType
+{
+    NotDefined = -1,
+    Horizontal, Vertical, Vertical270, WordArtVertical, EastAsianVertical, MongolianVertical, WordArtVerticalRightToLeft,
+}
+
+/// <summary>How text that does not fit is handled: not at all, shrunk on overflow, or the shape resized to fit.</summary>
+public enum TextAutofitType
+{
+    NotDefined = -1,
+    None, Normal, Shape,
+}
+
+/// <summary>The layout of a text frame (a view over a:bodyPr): margins in points, wrapping, anchoring, direction, autofit and columns.</summary>
+public interface ITextFrameFormat
+{
+    /// <summary>The inner margins in points; NaN when inherited.</summary>
+    float MarginLeft { get; set; }
+    float MarginRight { get; set; }
+    float MarginTop { get; set; }
+    float MarginBottom { get; set; }
+
+    NullableBool WrapText { get; set; }
+
+    TextAnchorType AnchoringType { get; set; }
+
+    /// <summary>Centres the block of text horizontally in the frame.</summary>
+    NullableBool CenterText { get; set; }
+
+    TextVerticalType TextVerticalType { get; set; }
+
+    TextAutofitType AutofitType { get; set; }
+
+    /// <summary>The number of columns, 1 to 16; 0 when inherited.</summary>
+    int ColumnCount { get; set; }
+
+    /// <summary>The space between columns in points; NaN when inherited.</summary>
+    float ColumnSpacing { get; set; }
+
+    /// <summary>The layout actually used: the frame's own, else its layout's and master's placeholder's, else the defaults.</summary>
+    ITextFrameFormatEffectiveData GetEffective();
+}
+
+public sealed class TextFrameFormat : ITextFrameFormat
+{
+    private static readonly string[] Anchors = { "t", "ctr", "b", "just", "dist" };
+    private static readonly string[] Verticals = { "horz", "vert", "vert270", "wordArtVert", "eaVert", "mongolianVert", "wordArtVertRtl" };
+    private static readonly string[] Autofits = { "noAutofit", "normAutofit", "spAutoFit" };
+
+    private readonly ElementSlot _bodyPr;
+    private readonly FormatContext _context;
+    private readonly Func<TextInheritance>? _inheritance;
+
+    internal TextFrameFormat(ElementSlot bodyPr, FormatContext context, Func<TextInheritance>? inheritance)
+    {
+        _bodyPr = bodyPr;
+        _context = context;
+        _inheritance = inheritance;
+    }
+
+    public float MarginLeft { get => Length("lIns"); set => SetLength("lIns", value, nameof(MarginLeft)); }
+    public float MarginRight { get => Length("rIns"); set => SetLength("rIns", value, nameof(MarginRight)); }
+    public float MarginTop { get => Length("tIns"); set => SetLength("tIns", value, nameof(MarginTop)); }
+    public float MarginBottom { get => Length("bIns"); set => SetLength("bIns", value, nameof(MarginBottom)); }
+
+    public NullableBool WrapText
+    {
+        get => Attr("wrap") switch { "square" => NullableBool.True, "none" => NullableBool.False, _ => NullableBool.NotDefined };
+        set => SetAttr("wrap", value switch { NullableBool.True => "square", NullableBool.False => "none", _ => null });
+    }
+
+    public TextAnchorType AnchoringType
+    {
+        get => (TextAnchorType)Array.IndexOf(Anchors, Attr("anchor"));
+        set => SetAttr("anchor", Named(Anchors, (int)value, nameof(AnchoringType)));
+    }
+
+    public NullableBool CenterText
+    {
+        get => Flag("anchorCtr");
+        set => SetAttr("anchorCtr", value switch { NullableBool.True => "1", NullableBool.False => "0", _ => null });
+    }
+
+    public TextVerticalType TextVerticalType
+    {
+        get => (TextVerticalType)Array.IndexOf(Verticals, Attr("vert"));
+        set => SetAttr("vert", Named(Verticals, (int)value, nameof(TextVerticalType)));
+    }
+
+    public TextAutofitType AutofitType
+    {
+        get => _bodyPr(false) is { } b && ElementOrder.FirstOf(b, Autofits) is { } a ? (TextAutofitType)Array.IndexOf(Autofits, a.LocalName) : TextAutofitType.NotDefined;
+        set
+        {
+            string? name = Named(Autofits, (int)value, nameof(AutofitType));
+            if (name == null)
+            {
+                if (_bodyPr(false) is { } b)
+                    ElementOrder.Replace(b, Autofits, null, ElementOrder.BodyProperties);
+                return;
+            }
+            var body = Body();
+            if (ElementOrder.FirstOf(body, Autofits)?.LocalName == name)
+                return;
+            OpenXmlElement made = value switch { TextAutofitType.None => new A.NoAutoFit(), TextAutofitType.Normal => new A.NormalAutoFit(), _ => new A.ShapeAutoFit() };
+            ElementOrder.Replace(body, Autofits, made, ElementOrder.BodyProperties);
+        }
+    }
+
+    public int ColumnCount
+    {
+        get => (int)(ElementOrder.Long(_bodyPr(false), "numCol") ?? 0);
+        set
+        {
+            if (value < 0 || value > 16)
+                throw new ArgumentOutOfRangeException(nameof(value), value, "TextFrameFormat.ColumnCount must be between 1 and 16 (0 to inherit)");
+            SetAttr("numCol", value == 0 ? null : ElementOrder.Text(value));
+        }
+    }
+
+    public float ColumnSpacing { get => Length("spcCol"); set => SetLength("spcCol", value, nameof(ColumnSpacing)); }
+
+    public ITextFrameFormatEffectiveData GetEffective()
+    {
+        var chain = new System.Collections.Generic.List<OpenXmlElement>();
+        if (_bodyPr(false) is { } own)
+            chain.Add(own);
+        if (_inheritance != null)
+            chain.AddRange(_inheritance().InheritedBodyProperties());
+        float Length(string name, long fallback) => Emu.ToPoints(Inherited.Long(chain, name) ?? fallback);
+        var autofit = Inherited.Child(chain, Autofits);
+        return new TextFrameFormatEffectiveData
+        {
+            // The format's defaults: 0.1 inch left and right, 0.05 inch top and bottom.
+            MarginLeft = Length("lIns", 91440),
+            MarginRight = Length("rIns", 91440),
+            MarginTop = Length("tIns", 45720),
+            MarginBottom = Length("bIns", 45720),
+            WrapText = Inherited.Attr(chain, "wrap") != "none",
+            AnchoringType = (TextAnchorType)Inherited.Index(Anchors, Inherited.Attr(chain, "anchor"), 0),
+            CenterText = Inherited.Flag(chain, "anchorCtr", false),
+            TextVerticalType = (TextVerticalType)Inherited.Index(Verticals, Inherited.Attr(chain, "vert"), 0),
+            AutofitType = autofit == null ? TextAutofitType.None : (TextAutofitType)Array.IndexOf(Autofits, autofit.LocalName),
+            ColumnCount = (int)(Inherited.Long(chain, "numCol") ?? 1),
+            ColumnSpacing = Length("spcCol", 0),
+        };
+    }
+
+    public override string ToString() => $"TextFrameFormat [{AnchoringType}, wrap {WrapText}, autofit {AutofitType}]";
+
+    private OpenXmlElement Body() => _bodyPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no text body to format");
+
+    private string? Attr(string name) => _bodyPr(false) is { } b ? ElementOrder.Attr(b, name) : null;
+
+    private NullableBool Flag(string name) => Attr(name) switch { "1" or "true" => NullableBool.True, "0" or "false" => NullableBool.False, _ => NullableBool.NotDefined };
+
+    private void SetAttr(string name, string? value)
+    {
+        if (value == null)
+        {
+            if (_bodyPr(false) is { } b)
+                ElementOrder.SetAttr(b, name, null);
+            return;
+        }
+        ElementOrder.SetAttr(Body(), name, value);
+    }
+
+    private float Length(string name) => ElementOrder.Long(_bodyPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
+
+    private void SetLength(string name, float points, string member)
+    {
+        if (float.IsNaN(points))
+        {
+            SetAttr(name, null);
+            return;
+        }
+        if (!(points >= 0 && points < 1e6))
+            throw new ArgumentOutOfRangeException(nameof(points), points, $"TextFrameFormat.{member} must not be negative (NaN to inherit)");
+        SetAttr(name, ElementOrder.Text(Emu.FromPoints(points)));
+    }
+
+    private static string? Named(string[] names, int value, string member)
+    {
+        if (value < -1 || value >= names.Length)
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"TextFrameFormat.{member}: unknown value");
+        return value < 0 ? null : names[value];
+    }
+}
