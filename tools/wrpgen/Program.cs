@@ -55,6 +55,7 @@ namespace Orvane.WrpGen
             Naming.Run(model);
             BindingKinds.Run(model);
             Overloads.Run(model);
+            GenericInstances.Run(model);
             SkippedReport.Collect(model);
             MemberSharing.Run(model);
             return model;

@@ -16,6 +16,9 @@ namespace WrpGen.Tests
 
         private static string Id(string fullName) => Orvane.WrpGen.Passes.Naming.Id(fullName);
 
+        private Orvane.WrpGen.Model.GenericInstance Generic(string element) =>
+            _g.Result.Model.Generics.Single(g => g.Element.Clr.FullName == element);
+
         [Fact]
         public void DatesDecimalsAndGuidsTravelInValueRecordsBothWays()
         {
@@ -106,13 +109,15 @@ namespace WrpGen.Tests
         [Fact]
         public void CollectionsAndStreamsUseTheConverterAndWrapperOfTheirKind()
         {
+            // Typed lists, arrays and enumerables cross as the typed wrappers of their element type.
+            string page = Generic("Wrp.Fixture.IPage").Id, text = Generic("System.String").Id, number = Generic("System.Int32").Id;
             string kinds = _g.Unit("Kinds");
             string pages = GeneratedFixture.Function(kinds, "static PyObject* wrpPy_mtfn_000_pages(");
-            Assert.Contains("(wrp_o_conv)&wrpPye_conv_py_to_clr_ilist, &a0", pages);
-            Assert.Contains("return wrpPye_conv_clr_iter_to_py(result);", pages);
+            Assert.Contains($"(wrp_o_conv)&wrpPygn_conv_py_to_clr_list_{page}, &a0", pages);
+            Assert.Contains($"return wrpPye_gn_result_to_py(result, &wrpPygn_tyds_{page}_IterableWrapper);", pages);
             string names = GeneratedFixture.Function(kinds, "static PyObject* wrpPy_mtfn_000_names(");
-            Assert.Contains("(wrp_o_conv)&wrpPye_conv_py_to_clr_array, &a0, (wrp_o_conv)&wrpPye_conv_py_to_clr_iter, &a1", names);
-            Assert.Contains("return wrpPye_conv_clr_ilist_to_py(result);", names);
+            Assert.Contains($"(wrp_o_conv)&wrpPygn_conv_py_to_clr_array_{text}, &a0, (wrp_o_conv)&wrpPygn_conv_py_to_clr_iterable_{number}, &a1", names);
+            Assert.Contains($"return wrpPye_gn_result_to_py(result, &wrpPygn_tyds_{text}_IListWrapper);", names);
             string mixed = GeneratedFixture.Function(kinds, "static PyObject* wrpPy_mtfn_000_mixed(");
             Assert.Contains("&wrpPye_conv_py_to_clr_iterator, &a0, (wrp_o_conv)&wrpPye_conv_py_to_clr_icol, &a1, (wrp_o_conv)&wrpPye_conv_py_to_clr_colbase, &a2", mixed);
             Assert.Contains("return wrpPye_conv_clr_arrlist_to_py(result);", mixed);
@@ -121,12 +126,16 @@ namespace WrpGen.Tests
             Assert.Contains("return wrpPye_conv_clr_stream_to_py(result);", buffer);
 
             string proxy = _g.Read("cs/Wrp.Fixture.Kinds.cs");
-            Assert.Contains("TypedCollections.WriteResult<global::Wrp.Fixture.IPage>(result, global::Wrp.Fixture.Kinds.Pages(TypedCollections.ListFromArg<global::Wrp.Fixture.IPage>(a0)));", proxy);
-            Assert.Contains("global::Wrp.Fixture.Kinds.Names(Collections.ArrayFromArg<global::System.String>(a0), TypedCollections.EnumerableFromArg<global::System.Int32>(a1))", proxy);
+            Assert.Contains("Collections.WriteResult(result, global::Wrp.Fixture.Kinds.Pages(TypedCollections.ListFromArg<global::Wrp.Fixture.IPage>(a0)));", proxy);
+            var t = Generic("System.String");
+            var n = Generic("System.Int32");
+            Assert.Contains($"GenericEntries<global::System.String>.WriteListResult(result, global::Wrp.Fixture.Kinds.Names(" +
+                            $"GenericArgs.ArrayFromArg<global::System.String>(a0, {t.PyListTable}, {t.PySeqTable}, &global::Orvane.WrpGen.Generic.Element_{text}.Read), " +
+                            $"GenericArgs.EnumerableFromArg<global::System.Int32>(a1, {n.PyIterTable}, &global::Orvane.WrpGen.Generic.Element_{number}.Read)));", proxy);
             Assert.Contains("Collections.WriteResult(result, global::Wrp.Fixture.Kinds.Mixed(Collections.EnumeratorFromArg(a0), Collections.CollectionFromArg(a1), Collections.CollectionBaseFromArg(a2)));", proxy);
             Assert.Contains("Collections.WriteStreamResult(result, global::Wrp.Fixture.Kinds.Buffer(Collections.StreamFromArg(a0)));", proxy);
             Assert.Contains("public static void call_000_Buffer(VariantArg* a0, PyCollectionArg* result)", proxy);
-            Assert.Contains("Collections.ArrayFromArg<global::System.Int32>(a0)", _g.Read("cs/Wrp.Fixture.Document.cs"));
+            Assert.Contains($"GenericArgs.ArrayFromArg<global::System.Int32>(a0, {n.PyListTable}, {n.PySeqTable}, ", _g.Read("cs/Wrp.Fixture.Document.cs"));
         }
 
         [Fact]
@@ -141,7 +150,7 @@ namespace WrpGen.Tests
             string ns = "wrpu_" + Id("Wrp.Fixture.PageCollection") + "_PageCollection";
             Assert.Contains($"&{ns}::wrpPy_tysd_PageCollection, // tp_as_sequence", cls);
             Assert.Contains($"&{ns}::wrpPy_tygd_PageCollection, // tp_as_mapping", cls);
-            Assert.Contains("wrpPye_collection_tp_iter, // tp_iter", cls);
+            Assert.Contains($"wrpPygn_tp_iter_{Generic("Wrp.Fixture.IPage").Id}, // tp_iter", cls);
             Assert.Contains("wrpPy_bltp_mp_ssubscript_sizable, // mp_ass_subscript", cls);
             string ipage = Id("Wrp.Fixture.IPage") + "_IPage";
             Assert.Contains($"wrpPy_conv_clr_to_py_{ipage},", cls);
@@ -153,6 +162,16 @@ namespace WrpGen.Tests
             Assert.Contains("nullptr, // sq_ass_item", ifc);
             Assert.Contains("nullptr, // mp_ass_subscript", ifc);
             Assert.DoesNotContain("wrpPy_tysd", _g.Unit("Document"));  // an int indexer without Count
+
+            // The class reads elements through the functions its collection interface exports;
+            // the interface is the only definer, and the class keeps its own write slots.
+            string shared = "wrpPy_blts_" + Id("Wrp.Fixture.IPageCollection") + "_IPageCollection";
+            Assert.Contains($"{shared}_sq_item, // sq_item", cls);
+            Assert.Contains($"{shared}_mp_subscript_sizable, // mp_subscript", cls);
+            Assert.DoesNotContain("static PyObject* wrpPy_bltp_sq_item(", cls);
+            Assert.Contains($"PyObject* {shared}_sq_item(PyObject* self, Py_ssize_t i) {{ return wrpPye_bltp_coll_sq_item(self, i, &wrpu_", ifc);
+            Assert.Contains($"PyObject* {shared}_sq_item(PyObject* self, Py_ssize_t i);", _g.Read("cpp/wrp_module.h"));
+            Assert.Contains("wrpPy_bltp_sq_item, // sq_item", ifc);
 
             string proxy = _g.Read("cs/Wrp.Fixture.PageCollection.cs");
             Assert.Contains("public static int sq_item(IntPtr self, int index, PyObjectOutArg* result)", proxy);

@@ -9,13 +9,45 @@ namespace Orvane.WrpGen.Emit
     /// concatenation, repetition and, for writable indexers, item and slice
     /// assignment. The algorithms are the runtime's (interop/generated_slots.h);
     /// each type hands them its element entries and its element converters.
+    /// A type implementing a collection interface of the same element type
+    /// reads elements through the interface's exported wrpPy_blts_ functions.
     /// </summary>
     internal static class CollectionSlotEmitter
     {
         public static void Run(EmitContext ctx)
         {
-            foreach (var t in ctx.Model.ObjectTypes.Where(t => t.Indexer != null))
-                Emit(ctx.Unit(t).Private, t);
+            var collections = ctx.Model.ObjectTypes.Where(t => t.Indexer != null).ToList();
+            var providers = collections.Select(SharedFrom).Where(p => p != null).Select(p => p!).ToHashSet();
+            foreach (var t in collections)
+            {
+                var unit = ctx.Unit(t);
+                Emit(unit.Private, t, SharedFrom(t));
+                if (providers.Contains(t))
+                    EmitShared(ctx, unit.Public, t);
+            }
+        }
+
+        /// <summary>
+        /// The collection interface whose element slots a type reuses: the first
+        /// bound interface with an indexer of the same element type. Its handle
+        /// entries accept the type's objects, so one function serves both tables.
+        /// </summary>
+        public static BoundType? SharedFrom(BoundType t) =>
+            t.Interfaces.FirstOrDefault(i => i != t && i.Indexer != null && i.Indexer.Element.Clr == t.Indexer!.Element.Clr);
+
+        public static string SharedItem(BoundType provider) => $"wrpPy_blts_{provider.Tag}_sq_item";
+        public static string SharedSubscript(BoundType provider) => $"wrpPy_blts_{provider.Tag}_mp_subscript_sizable";
+
+        private static void EmitShared(EmitContext ctx, CodeWriter w, BoundType t)
+        {
+            string slots = $"{Symbols.UnitNamespace(t)}::wrpPy_blsd";
+            ctx.Declare($"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i);");
+            ctx.Declare($"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key);");
+            w.Line("// The element reads of this collection interface, shared with the types implementing it.");
+            w.Line($"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i) {{ return wrpPye_bltp_coll_sq_item(self, i, &{slots}); }}");
+            w.Line($"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key)");
+            w.Line($"{{ return wrpPye_bltp_coll_mp_subscript(self, key, &{slots}); }}");
+            w.Line();
         }
 
         public static string SequenceTable(BoundType t) => $"wrpPy_tysd_{t.Name}";
@@ -25,7 +57,7 @@ namespace Orvane.WrpGen.Emit
             ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}"
             : $"wrpPyl_conv_clr_to_py_{e.Sibling!.Id}_{e.Sibling.Name}";
 
-        private static void Emit(CodeWriter w, BoundType t)
+        private static void Emit(CodeWriter w, BoundType t, BoundType? shared)
         {
             var ix = t.Indexer!;
             string host = $"{Symbols.Host(t)}::get_instance()";
@@ -57,9 +89,18 @@ namespace Orvane.WrpGen.Emit
             w.Outdent().Line("};");
             w.Line();
             w.Line("static Py_ssize_t wrpPy_bltp_sq_length(PyObject* self) { return wrpPye_bltp_coll_sq_length(self, &wrpPy_blsd); }");
-            w.Line("static PyObject* wrpPy_bltp_sq_item(PyObject* self, Py_ssize_t i) { return wrpPye_bltp_coll_sq_item(self, i, &wrpPy_blsd); }");
-            w.Line("static PyObject* wrpPy_bltp_mp_subscript_sizable(PyObject* self, PyObject* key)");
-            w.Line("{ return wrpPye_bltp_coll_mp_subscript(self, key, &wrpPy_blsd); }");
+            string item = "wrpPy_bltp_sq_item", subscript = "wrpPy_bltp_mp_subscript_sizable";
+            if (shared == null)
+            {
+                w.Line("static PyObject* wrpPy_bltp_sq_item(PyObject* self, Py_ssize_t i) { return wrpPye_bltp_coll_sq_item(self, i, &wrpPy_blsd); }");
+                w.Line("static PyObject* wrpPy_bltp_mp_subscript_sizable(PyObject* self, PyObject* key)");
+                w.Line("{ return wrpPye_bltp_coll_mp_subscript(self, key, &wrpPy_blsd); }");
+            }
+            else
+            {
+                item = SharedItem(shared);
+                subscript = SharedSubscript(shared);
+            }
             w.Line("static int wrpPy_bltp_sq_contains(PyObject* self, PyObject* value) { return wrpPye_bltp_coll_sq_contains(self, value, &wrpPy_blsd); }");
             w.Line("static PyObject* wrpPy_bltp_sq_concat(PyObject* self, PyObject* other) { return wrpPye_bltp_coll_sq_concat(self, other, &wrpPy_blsd); }");
             w.Line("static PyObject* wrpPy_bltp_sq_repeat(PyObject* self, Py_ssize_t n) { return wrpPye_bltp_coll_sq_repeat(self, n, &wrpPy_blsd); }");
@@ -76,7 +117,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("wrpPy_bltp_sq_length, // sq_length");
             w.Line("wrpPy_bltp_sq_concat, // sq_concat");
             w.Line("wrpPy_bltp_sq_repeat, // sq_repeat");
-            w.Line("wrpPy_bltp_sq_item, // sq_item");
+            w.Line(item + ", // sq_item");
             w.Line("nullptr, // was_sq_slice");
             w.Line((write ? "wrpPy_bltp_sq_ssitem" : "nullptr") + ", // sq_ass_item");
             w.Line("nullptr, // was_sq_ass_slice");
@@ -87,7 +128,7 @@ namespace Orvane.WrpGen.Emit
             w.Line($"static PyMappingMethods {MappingTable(t)} = {{");
             w.Indent();
             w.Line("wrpPy_bltp_sq_length, // mp_length");
-            w.Line("wrpPy_bltp_mp_subscript_sizable, // mp_subscript");
+            w.Line(subscript + ", // mp_subscript");
             w.Line((write ? "wrpPy_bltp_mp_ssubscript_sizable" : "nullptr") + ", // mp_ass_subscript");
             w.Outdent().Line("};");
             w.Line();

@@ -70,34 +70,4 @@ namespace Orvane.WrpGen.Emit
             w.Line();
         }
     }
-
-    /// <summary>
-    /// The generic-wrapper module and its callback tables. No generic
-    /// instantiation is bound yet: the module is empty and the table holds one null.
-    /// </summary>
-    internal static class GenericEmitter
-    {
-        public static void Run(EmitContext ctx)
-        {
-            var w = ctx.Unit("generic", "Generic wrappers").Public;
-            w.Open("PyObject* wrpPygn_mlit_FFFFFFFF_generic_wrappers(const char* root_name)");
-            w.Line("static std::string name;");
-            w.Line("static PyMethodDef methods[] = {{nullptr, nullptr, 0, nullptr}};");
-            w.Line("static PyModuleDef definition = {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, methods, nullptr, nullptr, nullptr, nullptr};");
-            w.Open("if (!definition.m_name)");
-            w.Line("name = std::string(root_name) + \"._wrpgen._generic\";");
-            w.Line("definition.m_name = name.c_str();");
-            w.Close();
-            w.Line("PyObject* module = PyModule_Create2(&definition, 1013);");
-            w.Line("if (!module)").Indent().Line("PyShlErr_ModuleImportError(definition.m_name, 0);").Outdent();
-            w.Line("return module;");
-            w.Close();
-            w.Line();
-            w.Open("void*** get_all_pygn_generic_callbacks()");
-            w.Line("static void** tables[1] = {nullptr};");
-            w.Line("return tables;");
-            w.Close();
-            w.Line();
-        }
-    }
 }

@@ -118,6 +118,7 @@ namespace Orvane.WrpGen.Emit
             BindKind.Guid => "fn_conv_py_uuid_to_clr_guid",
             BindKind.Variant => "fn_conv_py_variant_to_clr_variant",
             BindKind.Stream => "wrpPye_conv_py_to_clr_stream",
+            BindKind.Collection when GenericNames.ConverterOf(t) is { } typed => typed,
             BindKind.Collection => "wrpPye_conv_py_to_clr_" + NativeCollectionKind(t),
             BindKind.Nullable => NullableConverter,
             BindKind.ByRef => "fn_conv_py_parbyref_to_clr_parbyref",
@@ -225,8 +226,9 @@ namespace Orvane.WrpGen.Emit
         };
 
         /// <summary>Python object from a collection or stream result record <paramref name="v"/>.</summary>
-        public static string CppCollectionToPy(TypeRef r, string v) => r.Kind == BindKind.Stream
-            ? $"wrpPye_conv_clr_stream_to_py({v})"
+        public static string CppCollectionToPy(TypeRef r, string v) =>
+            r.Kind == BindKind.Stream ? $"wrpPye_conv_clr_stream_to_py({v})"
+            : r.Generic != null ? $"wrpPye_gn_result_to_py({v}, &{GenericNames.GnType(r.Generic, GenericNames.WrapperOf(r))})"
             : $"wrpPye_conv_clr_{NativeCollectionKind(r)}_to_py({v})";
 
         /// <summary>Python object from an object result record <paramref name="v"/>.</summary>
@@ -414,12 +416,16 @@ namespace Orvane.WrpGen.Emit
                 case CollectionKind.ArrayList: return $"Collections.ArrayListFromArg({name})";
                 case CollectionKind.CollectionBase: return $"Collections.CollectionBaseFromArg({name})";
                 case CollectionKind.ReadOnlyCollectionBase: return $"Collections.ReadOnlyCollectionBaseFromArg({name})";
+                case CollectionKind.TypedArray when t.Generic is { ArrayParameter: true } g:
+                    return $"GenericArgs.ArrayFromArg<{element}>({name}, {g.PyListTable}, {g.PySeqTable}, &{GenericNames.ElementClass(g)}.Read)";
                 case CollectionKind.TypedArray: return $"Collections.ArrayFromArg<{element}>({name})";
                 case CollectionKind.GenericList:
                     return t.Clr.GetGenericTypeDefinition().FullName == "System.Collections.Generic.List`1"
                         ? $"TypedCollections.ListObjectFromArg<{element}>({name})"
                         : $"TypedCollections.ListFromArg<{element}>({name})";
                 case CollectionKind.GenericCollection: return $"TypedCollections.ListFromArg<{element}>({name})";
+                case CollectionKind.GenericEnumerable when t.Generic is { EnumerableParameter: true } g:
+                    return $"GenericArgs.EnumerableFromArg<{element}>({name}, {g.PyIterTable}, &{GenericNames.ElementClass(g)}.Read)";
                 case CollectionKind.GenericEnumerable: return $"TypedCollections.EnumerableFromArg<{element}>({name})";
                 case CollectionKind.GenericEnumerator: return $"TypedCollections.EnumeratorFromArg<{element}>({name})";
                 default: throw new ArgumentOutOfRangeException(nameof(t), t.Collection, null);
@@ -483,6 +489,9 @@ namespace Orvane.WrpGen.Emit
             BindKind.Decimal => $"*result = Decimals.FromDecimal({value});",
             BindKind.Guid => $"Guids.ToBytes({value}, result);",
             BindKind.Stream => $"Collections.WriteStreamResult(result, {value});",
+            BindKind.Collection when r.Generic != null && GenericNames.WrapperOf(r) == GenericWrapper.List =>
+                $"GenericEntries<{CsType(r.Element!.Clr)}>.WriteListResult(result, {value});",
+            BindKind.Collection when r.Generic != null => $"Collections.WriteResult(result, {value});",
             BindKind.Collection when r.Element != null && r.Collection != CollectionKind.TypedArray =>
                 $"TypedCollections.WriteResult<{CsType(r.Element.Clr)}>(result, {value});",
             BindKind.Collection => $"Collections.WriteResult(result, {value});",

@@ -69,6 +69,8 @@ namespace Orvane.WrpGen.Emit
             var list = t.Interfaces.Select(i => "&" + Symbols.TypeObject(i)).ToList();
             if (t.IsDisposable)
                 list.Insert(System.Math.Min(t.DisposableIndex, list.Count), "&" + Kinds.DisposableType);
+            if (t.IterableOf != null)
+                list.Add("&" + GenericNames.TypeObject(t.IterableOf, GenericWrapper.Iterable));
             return list;
         }
 
@@ -78,6 +80,11 @@ namespace Orvane.WrpGen.Emit
             string mname = Symbols.Quote(m.PyName);
             ctx.Declare($"PyObject* {fn}();");
             w.Open($"PyObject* {fn}()");
+            if (m.Parent == null)
+            {
+                w.Line("// The typed wrappers first: generated classes list them among their interfaces.");
+                w.Line($"if (!{GenericNames.ReadyTypes}({mname}))").Indent().Line("return nullptr;").Outdent();
+            }
             w.Line($"PyObject* module = PyModule_Create2(&wrpu_modules::wrpPy_mlds_{m.Tag}, 1013);");
             w.Open("if (!module)");
             w.Line($"PyShlErr_ModuleImportError({mname}, 0);");

@@ -134,8 +134,10 @@ namespace Orvane.WrpGen.Emit
                 if (line.Length > 0)
                     w.Line(line);
             w.Close();
+            // A Python error already pending (an element that failed its typed
+            // conversion) reaches the caller as it is.
             w.Open("catch (Exception e)");
-            w.Line("ErrorBridge.Report(e);");
+            w.Line("EntryErrors.Report(e);");
             if (ret != "void")
                 w.Line($"return {fail};");
             w.Close();

@@ -160,7 +160,10 @@ namespace Orvane.WrpGen.Emit
             w.Line("0, // tp_weaklistoffset");
             // Enumerable collections iterate through their managed enumerator; the
             // others through the sequence protocol (sq_item until IndexError).
-            w.Line((coll && t.IsEnumerable ? "wrpPye_collection_tp_iter" : "nullptr") + ", // tp_iter");
+            // A typed enumerable iterates as the typed iterable wrapper of its element type does.
+            string tpIter = t.IterableOf != null ? GenericNames.TpIter(t.IterableOf)
+                : coll && t.IsEnumerable ? "wrpPye_collection_tp_iter" : "nullptr";
+            w.Line(tpIter + ", // tp_iter");
             w.Line("nullptr, // tp_iternext");
             w.Line($"{ns}::wrpPy_tymd_{t.Name}, // tp_methods");
             w.Line("nullptr, // tp_members");

@@ -64,6 +64,32 @@ namespace Orvane.WrpGen.Model
         public CollectionKind Collection { get; init; }
         /// <summary>An out parameter (as opposed to ref): the list's item 0 is still read when present.</summary>
         public bool IsOut { get; init; }
+        /// <summary>The typed instantiation a typed collection crosses as (set by the generic-instances pass).</summary>
+        public GenericInstance? Generic { get; set; }
+    }
+
+    /// <summary>
+    /// The typed wrappers of one element type: managed proxies, native hosts,
+    /// Python types and callback tables that share the identifier <see cref="Id"/>.
+    /// </summary>
+    internal sealed class GenericInstance
+    {
+        public GenericInstance(TypeRef element, string id) { Element = element; Id = id; }
+        public TypeRef Element { get; }
+        /// <summary>Eight upper-case hex digits derived from the element type.</summary>
+        public string Id { get; }
+        /// <summary>Used as IList&lt;T&gt;, List&lt;T&gt;, IReadOnlyList&lt;T&gt; or a collection of T.</summary>
+        public bool HasList { get; set; }
+        public bool HasArray { get; set; }
+        /// <summary>An array parameter: Python lists and sequences are read through typed callbacks.</summary>
+        public bool ArrayParameter { get; set; }
+        /// <summary>An enumerable parameter: Python iterables are read through a typed callback.</summary>
+        public bool EnumerableParameter { get; set; }
+        /// <summary>Positions in the generic callback table list (-1: no such table).</summary>
+        public int PyListTable { get; set; } = -1;
+        public int PySeqTable { get; set; } = -1;
+        public int PyIterTable { get; set; } = -1;
+        public override string ToString() => Element.Clr.FullName + " " + Id;
     }
 
     /// <summary>A public type of a sibling module; this module converts it through the sibling's capsule.</summary>
@@ -249,6 +275,10 @@ namespace Orvane.WrpGen.Model
         public IndexerModel? Indexer { get; set; }
         /// <summary>Whether the managed type is enumerable (iteration goes through its enumerator).</summary>
         public bool IsEnumerable { get; set; }
+        /// <summary>T of the IEnumerable&lt;T&gt; the type implements, if any.</summary>
+        public TypeRef? EnumerableElement { get; set; }
+        /// <summary>The typed wrappers of T when the type implements IEnumerable&lt;T&gt; of a bindable T.</summary>
+        public GenericInstance? IterableOf { get; set; }
 
         public List<MethodModel> Constructors { get; } = new();
         public List<MethodModel> Methods { get; } = new();
@@ -318,6 +348,8 @@ namespace Orvane.WrpGen.Model
         public List<BoundType> Types { get; } = new();
         public List<SiblingType> SiblingTypes { get; } = new();
         public List<SkippedEntry> Skipped { get; } = new();
+        /// <summary>Typed collection instantiations, in generation order.</summary>
+        public List<GenericInstance> Generics { get; } = new();
 
         public IEnumerable<BoundType> ObjectTypes => Types.Where(t => !t.IsEnum);
         public IEnumerable<BoundType> EnumTypes => Types.Where(t => t.IsEnum);

@@ -117,6 +117,10 @@ namespace Orvane.WrpGen.Model
             }
             CollectInterfaces(bt);
             bt.IsEnumerable = t.GetInterfaces().Any(i => i.FullName == "System.Collections.IEnumerable");
+            var typedEnumerable = t.GetInterfaces().FirstOrDefault(i =>
+                i.IsGenericType && i.GetGenericTypeDefinition().FullName == "System.Collections.Generic.IEnumerable`1");
+            if (typedEnumerable != null)
+                bt.EnumerableElement = _classifier.Classify(typedEnumerable.GetGenericArguments()[0]);
 
             if (!bt.IsInterface && !(t.IsAbstract && !t.IsSealed) && !(t.IsAbstract && t.IsSealed))
             {

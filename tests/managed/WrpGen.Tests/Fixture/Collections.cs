@@ -39,3 +39,20 @@ namespace Wrp.Fixture
         public static void Ranges(int[,] grid) { }
     }
 }
+
+namespace Wrp.Fixture
+{
+    /// <summary>Typed arrays, enumerators and read-only lists of the fixture's own types.</summary>
+    public static class Shelf
+    {
+        public static IPage[] Reversed(IPage[] pages)
+        {
+            var copy = (IPage[])pages.Clone();
+            Array.Reverse(copy);
+            return copy;
+        }
+
+        public static IEnumerator<IPage> Walk(IEnumerable<IPage> pages) => pages.GetEnumerator();
+        public static IReadOnlyList<IPage> Snapshot(ICollection<IPage> pages) => new List<IPage>(pages);
+    }
+}
