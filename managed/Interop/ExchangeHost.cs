@@ -1,4 +1,5 @@
 using System;
+using System.Runtime.CompilerServices;
 using System.Runtime.InteropServices;
 
 namespace Orvane.WrpGen.Interop
@@ -84,6 +85,7 @@ namespace Orvane.WrpGen.Interop
         /// code did not take over: records tagged 1 hold a handle made here.
         /// </summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void FreePendingArgs(VariantArg* args, int count)
         {
             try
@@ -104,6 +106,7 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void FreeInstance(IntPtr handle)
         {
             try

@@ -1,4 +1,5 @@
 using System;
+using System.Runtime.CompilerServices;
 using System.Runtime.InteropServices;
 
 namespace Orvane.WrpGen.Interop
@@ -8,6 +9,7 @@ namespace Orvane.WrpGen.Interop
     {
         /// <summary>1: *result holds a new Python str; 0: the object gave no text; -1: a Python error is pending.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int InstanceToString(IntPtr handle, IntPtr* result)
         {
             try
@@ -29,6 +31,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int GetHash(IntPtr handle)
         {
             try
@@ -43,6 +47,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsEquals(IntPtr a, IntPtr b)
         {
             try
@@ -57,6 +63,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Dispose(IntPtr handle)
         {
             try

@@ -1,4 +1,5 @@
 using System;
+using System.Runtime.CompilerServices;
 using System.Runtime.InteropServices;
 
 namespace Orvane.WrpGen.Interop
@@ -8,6 +9,7 @@ namespace Orvane.WrpGen.Interop
     {
         /// <summary>1 when the object behind the handle implements IDisposable; a null handle gives 0.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try

@@ -1,6 +1,7 @@
 // Interop proxies of IEnumerable, IEnumerator, CollectionBase and
 // ReadOnlyCollectionBase. Entries report every exception through the error bridge.
 using System;
+using System.Runtime.CompilerServices;
 using System.Collections;
 using System.Runtime.InteropServices;
 
@@ -11,6 +12,7 @@ namespace Orvane.WrpGen.Interop
     {
         /// <summary>0 with the enumerator written to <paramref name="result"/>; -1 on failure.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int GetEnumerator(IntPtr handle, PyObjectOutArg* result)
         {
             try
@@ -27,6 +29,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable)
         {
             try
@@ -41,6 +45,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -60,6 +66,7 @@ namespace Orvane.WrpGen.Interop
     {
         /// <summary>0 with a new reference to the element in <paramref name="result"/>, 1 at the end, -1 on failure.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int MoveNext(IntPtr handle, IntPtr* result)
         {
             try
@@ -78,6 +85,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -99,6 +108,7 @@ namespace Orvane.WrpGen.Interop
     public static unsafe class SiApiCollectionBase
     {
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -113,6 +123,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -127,6 +139,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
         {
             try
@@ -145,6 +159,7 @@ namespace Orvane.WrpGen.Interop
     public static unsafe class SiApiReadOnlyCollectionBase
     {
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -159,6 +174,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -173,6 +190,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
         {
             try

@@ -4,6 +4,7 @@
 // failed conversion stays as it is). Status results: 0 ok, 1 empty (Pop),
 // 2 index out of range, -1 failure with a Python error pending.
 using System;
+using System.Runtime.CompilerServices;
 using System.Collections;
 using System.Runtime.InteropServices;
 
@@ -15,6 +16,8 @@ namespace Orvane.WrpGen.Interop
         private static ICollection Self(IntPtr handle) => Handles.Self<ICollection>(handle);
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqLength(IntPtr handle)
         {
             try
@@ -29,6 +32,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqContains(IntPtr handle, VariantArg* value)
         {
             try
@@ -43,6 +48,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int CountOf(IntPtr handle, VariantArg* value)
         {
             try
@@ -57,6 +64,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -71,6 +80,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable)
         {
             try
@@ -85,6 +96,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -105,6 +118,8 @@ namespace Orvane.WrpGen.Interop
         private static IList Self(IntPtr handle) => Handles.Self<IList>(handle);
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
         {
             try
@@ -119,6 +134,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
         {
             try
@@ -133,6 +150,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -147,6 +166,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void SqSetItemNoCheck(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -160,6 +181,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Add(IntPtr handle, VariantArg* value)
         {
             try
@@ -173,6 +196,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Insert(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -186,6 +211,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte Remove(IntPtr handle, VariantArg* value)
         {
             try
@@ -200,6 +227,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int RemoveAt(IntPtr handle, int index)
         {
             try
@@ -214,6 +243,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result)
         {
             try
@@ -228,6 +259,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Clear(IntPtr handle)
         {
             try
@@ -241,6 +274,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqInplaceConcat(IntPtr handle, IntPtr other)
         {
             try
@@ -255,6 +290,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void SqInplaceRepeat(IntPtr handle, int count)
         {
             try
@@ -268,6 +305,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
         {
             try
@@ -282,6 +321,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void MpRemoveItems(IntPtr handle, int start, int length, int step)
         {
             try
@@ -295,6 +336,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Reverse(IntPtr handle)
         {
             try
@@ -308,6 +351,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Sort(IntPtr handle, int reverse)
         {
             try
@@ -321,6 +366,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
         {
             try
@@ -335,6 +382,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqContains(IntPtr handle, VariantArg* value)
         {
             try
@@ -349,6 +398,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int CountOf(IntPtr handle, VariantArg* value)
         {
             try
@@ -363,6 +414,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -377,6 +430,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
         {
             try
@@ -391,6 +446,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -411,6 +468,8 @@ namespace Orvane.WrpGen.Interop
         private static IList Self(IntPtr handle) => Handles.Self<Array>(handle);
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqLength(IntPtr handle)
         {
             try
@@ -425,6 +484,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqContains(IntPtr handle, VariantArg* value)
         {
             try
@@ -439,6 +500,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
         {
             try
@@ -453,6 +516,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
         {
             try
@@ -467,6 +532,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -481,6 +548,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -494,6 +563,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
         {
             try
@@ -508,6 +579,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Reverse(IntPtr handle)
         {
             try
@@ -521,6 +594,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Sort(IntPtr handle, int reverse)
         {
             try
@@ -534,6 +609,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
         {
             try
@@ -548,6 +625,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int CountOf(IntPtr handle, VariantArg* value)
         {
             try
@@ -562,6 +641,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -576,6 +657,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
         {
             try
@@ -590,6 +673,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try
@@ -610,6 +695,8 @@ namespace Orvane.WrpGen.Interop
         private static ArrayList Self(IntPtr handle) => Handles.Self<ArrayList>(handle);
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqLength(IntPtr handle)
         {
             try
@@ -624,6 +711,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Add(IntPtr handle, VariantArg* value)
         {
             try
@@ -637,6 +726,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte Remove(IntPtr handle, VariantArg* value)
         {
             try
@@ -651,6 +742,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Clear(IntPtr handle)
         {
             try
@@ -664,6 +757,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqContains(IntPtr handle, VariantArg* value)
         {
             try
@@ -678,6 +773,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
         {
             try
@@ -692,6 +789,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
         {
             try
@@ -706,6 +805,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -720,6 +821,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -733,6 +836,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Insert(IntPtr handle, int index, VariantArg* value)
         {
             try
@@ -746,6 +851,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int RemoveAt(IntPtr handle, int index)
         {
             try
@@ -760,6 +867,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result)
         {
             try
@@ -774,6 +883,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int SqInplaceConcat(IntPtr handle, IntPtr other)
         {
             try
@@ -788,6 +899,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void SqInplaceRepeat(IntPtr handle, int count)
         {
             try
@@ -801,6 +914,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
         {
             try
@@ -815,6 +930,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void MpRemoveItems(IntPtr handle, int start, int length, int step)
         {
             try
@@ -828,6 +945,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Reverse(IntPtr handle)
         {
             try
@@ -841,6 +960,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Sort(IntPtr handle, int reverse)
         {
             try
@@ -854,6 +975,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
         {
             try
@@ -868,6 +991,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int CountOf(IntPtr handle, VariantArg* value)
         {
             try
@@ -882,6 +1007,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void EnsureCapacity(IntPtr handle, int additional)
         {
             try
@@ -895,6 +1022,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPyList(IntPtr list)
         {
             try
@@ -909,6 +1038,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
         {
             try
@@ -923,6 +1054,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try

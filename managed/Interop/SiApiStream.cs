@@ -1,6 +1,7 @@
 // Interop proxy of Stream: what _StreamWrapper calls. Entries report every
 // exception through the error bridge.
 using System;
+using System.Runtime.CompilerServices;
 using System.IO;
 using System.Runtime.InteropServices;
 
@@ -12,6 +13,8 @@ namespace Orvane.WrpGen.Interop
         private static Stream Self(IntPtr handle) => Handles.Self<Stream>(handle);
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte CanRead(IntPtr handle)
         {
             try { return Self(handle).CanRead ? (byte)1 : (byte)0; }
@@ -19,6 +22,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte CanSeek(IntPtr handle)
         {
             try { return Self(handle).CanSeek ? (byte)1 : (byte)0; }
@@ -26,6 +31,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte CanWrite(IntPtr handle)
         {
             try { return Self(handle).CanWrite ? (byte)1 : (byte)0; }
@@ -33,6 +40,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static long Length(IntPtr handle)
         {
             try { return Self(handle).Length; }
@@ -40,6 +49,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static long Position(IntPtr handle)
         {
             try { return Self(handle).Position; }
@@ -47,6 +58,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Close(IntPtr handle)
         {
             try { Self(handle).Close(); }
@@ -54,6 +67,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static void Flush(IntPtr handle)
         {
             try { Self(handle).Flush(); }
@@ -62,6 +77,7 @@ namespace Orvane.WrpGen.Interop
 
         /// <summary>Bytes read into the native buffer, 0 at the end of the stream.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int Read(IntPtr handle, byte* buffer, int count)
         {
             try
@@ -75,6 +91,7 @@ namespace Orvane.WrpGen.Interop
 
         /// <summary>The new position; whence 0, 1, 2 are SeekOrigin Begin, Current, End.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static long Seek(IntPtr handle, long offset, int whence)
         {
             try { return Self(handle).Seek(offset, (SeekOrigin)whence); }
@@ -87,6 +104,7 @@ namespace Orvane.WrpGen.Interop
         /// Python's truncate.
         /// </summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static long SetLength(IntPtr handle, int flag, long length)
         {
             try
@@ -106,6 +124,7 @@ namespace Orvane.WrpGen.Interop
 
         /// <summary>Writes all <paramref name="count"/> bytes; returns the count.</summary>
         [UnmanagedCallersOnly]
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static int Write(IntPtr handle, byte* buffer, int count)
         {
             try
@@ -119,6 +138,8 @@ namespace Orvane.WrpGen.Interop
         }
 
         [UnmanagedCallersOnly]
+
+        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
         public static byte IsAssignableTo(IntPtr handle)
         {
             try { return Handles.Target(handle) is Stream ? (byte)1 : (byte)0; }

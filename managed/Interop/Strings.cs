@@ -17,7 +17,7 @@ namespace Orvane.WrpGen.Interop
             switch (arg->CharSize)
             {
                 case 1:
-                    return Encoding.Latin1.GetString((byte*)arg->Data, length);
+                    return length <= 32 ? WidenShort((byte*)arg->Data, length) : Encoding.Latin1.GetString((byte*)arg->Data, length);
                 case 2:
                     return new string((char*)arg->Data, 0, length);
                 case 4:
@@ -25,6 +25,19 @@ namespace Orvane.WrpGen.Interop
                 default:
                     throw new ArgumentException($"unknown character width {arg->CharSize}");
             }
+        }
+
+        // Most arguments are short names and keys: widening them in a plain loop
+        // costs less than setting up the encoder.
+        private static string WidenShort(byte* data, int length)
+        {
+            string text = new string('\0', length);
+            fixed (char* target = text)
+            {
+                for (int i = 0; i < length; i++)
+                    target[i] = (char)data[i];
+            }
+            return text;
         }
 
         // UCS-4 may hold lone surrogates, which a strict UTF-32 decoder would

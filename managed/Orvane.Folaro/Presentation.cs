@@ -253,7 +253,18 @@ public sealed class Presentation : IPresentation
         }
     }
 
-    internal PresentationPart PresentationPart => Document.PresentationPart!;
+    // The package's main part never changes once the document is open; looking
+    // it up walks the package's relationships, so every view would pay for it.
+    private PresentationPart? _presentationPart;
+
+    internal PresentationPart PresentationPart
+    {
+        get
+        {
+            CheckOpen();
+            return _presentationPart ??= _doc.PresentationPart!;
+        }
+    }
 
     internal P.Presentation Root => PresentationPart.Presentation;
 
