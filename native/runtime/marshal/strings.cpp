@@ -2,6 +2,8 @@
 // character width), and UTF-16 from managed code back into Python str.
 #include "marshal/strings.h"
 
+#include <cstring>
+
 #include "module/identifiers.h"
 
 int fn_conv_py_string_to_clr_string_value(PyObject* str, PyStringArg* out)
@@ -46,6 +48,32 @@ namespace {
 
 PyObject* decode_utf16le(const char16_t* units, int32_t count)
 {
+    // Short text without surrogates maps unit for unit onto code points: build
+    // the string directly in its narrowest storage, which saves most of the
+    // cost of a short result. Longer text goes through the decoder, whose
+    // vectorised loops win there, and so does anything with surrogates.
+    if (units && count > 0 && count <= 32) {
+        char16_t max_unit = 0;
+        bool surrogates = false;
+        for (int32_t i = 0; i < count; ++i) {
+            char16_t u = units[i];
+            max_unit = u > max_unit ? u : max_unit;
+            surrogates |= (u >= 0xD800 && u <= 0xDFFF);
+        }
+        if (!surrogates) {
+            PyObject* text = PyUnicode_New(count, max_unit);
+            if (!text)
+                return nullptr;
+            if (PyUnicode_KIND(text) == PyUnicode_1BYTE_KIND) {
+                Py_UCS1* target = PyUnicode_1BYTE_DATA(text);
+                for (int32_t i = 0; i < count; ++i)
+                    target[i] = (Py_UCS1)units[i];
+            } else {
+                memcpy(PyUnicode_2BYTE_DATA(text), units, (size_t)count * 2);
+            }
+            return text;
+        }
+    }
     int byteorder = -1;  // little-endian
     static const char16_t no_units = 0;
     // The empty error-handler name is deliberate; a decoding failure is
