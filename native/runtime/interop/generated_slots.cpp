@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "interop/subscript.h"
 #include "interop/wrapper_common.h"
 #include "objects/clr_object.h"
 
@@ -154,36 +155,15 @@ PyObject* wrpPye_bltp_coll_mp_subscript(PyObject* self, PyObject* key, const PyS
     Py_ssize_t length = wrpPye_bltp_coll_sq_length(self, slots);
     if (length < 0)
         return nullptr;
-    if (PyIndex_Check(key)) {
-        Py_ssize_t index = PyNumber_AsSsize_t(key, PyExc_IndexError);
-        if (index == -1 && PyErr_Occurred())
-            return nullptr;
-        if (index < 0)
-            index += length;
-        return wrpPye_bltp_coll_sq_item(self, index, slots);
-    }
-    if (PySlice_Check(key)) {
-        Py_ssize_t start, stop, step;
-        if (PySlice_Unpack(key, &start, &stop, &step) < 0)
-            return nullptr;
-        Py_ssize_t slice_length = PySlice_AdjustIndices(length, &start, &stop, step);
-        if (slice_length <= 0)
-            return PyList_New(0);
-        PyObject* list = PyList_New(slice_length);
-        if (!list)
-            return nullptr;
-        for (Py_ssize_t i = 0; i < slice_length; ++i) {
-            PyObject* item = item_nocheck(self, start + i * step, slots);
-            if (!item) {
-                Py_DECREF(list);
-                return nullptr;
-            }
-            PyList_SET_ITEM(list, i, item);
-        }
-        return list;
-    }
-    refuse_key(key);
-    return nullptr;
+    return fn_subscript_sizable(
+        self, key, length,
+        [](PyObject* o, Py_ssize_t i, const void* c) {
+            return wrpPye_bltp_coll_sq_item(o, i, static_cast<const PyShlCollectionSlots*>(c));
+        },
+        [](PyObject* o, Py_ssize_t i, const void* c) {
+            return item_nocheck(o, i, static_cast<const PyShlCollectionSlots*>(c));
+        },
+        slots);
 }
 
 int wrpPye_bltp_coll_sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value, const PyShlCollectionSlots* slots)

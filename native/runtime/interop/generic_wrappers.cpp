@@ -5,6 +5,7 @@
 #include "interop/generic_wrappers.h"
 
 #include "interop/collections.h"
+#include "interop/subscript.h"
 #include "interop/wrapper_common.h"
 #include "objects/clr_object.h"
 #include "objects/clr_to_py.h"
@@ -139,36 +140,9 @@ PyObject* subscript(PyObject* self, PyObject* key)
     Py_ssize_t n = length(self);
     if (n < 0)
         return nullptr;
-    if (PyIndex_Check(key)) {
-        Py_ssize_t index = PyNumber_AsSsize_t(key, PyExc_IndexError);
-        if (index == -1 && PyErr_Occurred())
-            return nullptr;
-        if (index < 0)
-            index += n;
-        return item_checked(self, index);
-    }
-    if (PySlice_Check(key)) {
-        Py_ssize_t start, stop, step;
-        if (PySlice_Unpack(key, &start, &stop, &step) < 0)
-            return nullptr;
-        Py_ssize_t slice_length = PySlice_AdjustIndices(n, &start, &stop, step);
-        if (slice_length <= 0)
-            return PyList_New(0);
-        PyObject* list = PyList_New(slice_length);
-        if (!list)
-            return nullptr;
-        for (Py_ssize_t k = 0; k < slice_length; ++k) {
-            PyObject* item = item_nocheck(self, start + k * step);
-            if (!item) {
-                Py_DECREF(list);
-                return nullptr;
-            }
-            PyList_SET_ITEM(list, k, item);
-        }
-        return list;
-    }
-    PyErr_Format(PyExc_TypeError, "list indices must be integers or slices, not %.200s", Py_TYPE(key)->tp_name);
-    return nullptr;
+    return fn_subscript_sizable(
+        self, key, n, [](PyObject* o, Py_ssize_t i, const void*) { return item_checked(o, i); },
+        [](PyObject* o, Py_ssize_t i, const void*) { return item_nocheck(o, i); }, nullptr);
 }
 
 int set_item(PyObject* self, Py_ssize_t index, PyObject* value)

@@ -6,6 +6,7 @@
 
 #include "interop/collection_hosts.h"
 #include "interop/collections.h"
+#include "interop/subscript.h"
 #include "interop/wrapper_common.h"
 #include "marshal/scalars.h"
 #include "marshal/variant.h"
@@ -133,36 +134,9 @@ struct ListOps {
         Py_ssize_t n = length(self);
         if (n == -1 && PyErr_Occurred())
             return nullptr;
-        if (PyIndex_Check(key)) {
-            Py_ssize_t index = PyNumber_AsSsize_t(key, PyExc_IndexError);
-            if (index == -1 && PyErr_Occurred())
-                return nullptr;
-            if (index < 0)
-                index += n;
-            return get_item(self, index);
-        }
-        if (PySlice_Check(key)) {
-            Py_ssize_t start, stop, step;
-            if (PySlice_Unpack(key, &start, &stop, &step) < 0)
-                return nullptr;
-            Py_ssize_t slice_length = PySlice_AdjustIndices(n, &start, &stop, step);
-            if (slice_length < 1)
-                return PyList_New(0);
-            PyObject* result = PyList_New(slice_length);
-            if (!result)
-                return nullptr;
-            for (Py_ssize_t k = 0; k < slice_length; ++k) {
-                PyObject* item = get_item_nocheck(self, start + k * step);
-                if (!item) {
-                    Py_DECREF(result);
-                    return nullptr;
-                }
-                PyList_SET_ITEM(result, k, item);
-            }
-            return result;
-        }
-        PyErr_Format(PyExc_TypeError, "list indices must be integers or slices, not %.200s", Py_TYPE(key)->tp_name);
-        return nullptr;
+        return fn_subscript_sizable(
+            self, key, n, [](PyObject* o, Py_ssize_t i, const void*) { return get_item(o, i); },
+            [](PyObject* o, Py_ssize_t i, const void*) { return get_item_nocheck(o, i); }, nullptr);
     }
 
     static int set_item(PyObject* self, Py_ssize_t index, PyObject* value)
