@@ -29,7 +29,22 @@ public sealed class ProtectionManager : IProtectionManager
     /// <summary>Always false: an encrypted package cannot be loaded yet, so no loaded one is.</summary>
     public bool IsEncrypted => false;
 
-    public bool IsWriteProtected => _owner.Root.ModificationVerifier != null;
+    public bool IsWriteProtected => Verifier() != null;
+
+    // In p:presentation only the extension list may follow the verifier, so walking back from
+    // the last child over extension lists and foreign elements finds it, or proves it absent,
+    // in a step or two; a lookup from the front would pass every other child first.
+    private P.ModificationVerifier? Verifier()
+    {
+        for (var element = _owner.Root.LastChild; element != null; element = element.PreviousSibling())
+        {
+            if (element is P.ModificationVerifier verifier)
+                return verifier;
+            if (element is not (P.PresentationExtensionList or OpenXmlUnknownElement or OpenXmlMiscNode or AlternateContent))
+                return null;
+        }
+        return null;
+    }
 
     /// <summary>
     /// Whether readers suggest opening the deck read-only: a p1710:readonlyRecommended extension
@@ -99,7 +114,7 @@ public sealed class ProtectionManager : IProtectionManager
     public bool CheckWriteProtection(string password)
     {
         ArgumentNullException.ThrowIfNull(password);
-        var verifier = _owner.Root.ModificationVerifier;
+        var verifier = Verifier();
         if (verifier == null)
             return false;
         // Either attribute set: the algorithm by name with hashValue/saltValue/spinValue, or by

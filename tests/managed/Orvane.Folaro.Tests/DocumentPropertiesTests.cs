@@ -173,10 +173,13 @@ public class DocumentPropertiesTests
         Assert.Equal(0, pres.CustomData.Tags.Count);
     }
 
-    [Fact]
-    public void WriteProtectionIsSetCheckedAndRemoved()
+    // The corpus deck ends p:presentation with an extension list, which the verifier must precede.
+    [Theory]
+    [InlineData(null)]
+    [InlineData("python-pptx/txt-text.pptx")]
+    public void WriteProtectionIsSetCheckedAndRemoved(string? corpusDeck)
     {
-        using IPresentation pres = new Presentation();
+        using IPresentation pres = corpusDeck == null ? new Presentation() : new Presentation(Path.Combine(TestFiles.Corpus, corpusDeck));
         Assert.False(pres.ProtectionManager.IsWriteProtected);
         Assert.False(pres.ProtectionManager.CheckWriteProtection("x"));
         pres.ProtectionManager.SetWriteProtection("s3cret");
