@@ -244,6 +244,16 @@ public sealed class Presentation : IPresentation
 
     internal string Origin { get; }
 
+    // The package bytes behind the live document; current after Document.Save().
+    internal MemoryStream Backing
+    {
+        get
+        {
+            CheckOpen();
+            return _backing;
+        }
+    }
+
     internal PresentationDocument Document
     {
         get

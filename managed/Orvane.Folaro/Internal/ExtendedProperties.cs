@@ -10,7 +10,8 @@ internal static class ExtendedProperties
         if (doc.ExtendedFilePropertiesPart?.Properties is not { } props)
             return;
         int count = doc.PresentationPart?.Presentation.SlideIdList?.ChildElements.Count ?? 0;
-        if (props.Slides != null)
-            props.Slides.Text = count.ToString(System.Globalization.CultureInfo.InvariantCulture);
+        var text = count.ToString(System.Globalization.CultureInfo.InvariantCulture);
+        if (props.Slides != null && props.Slides.Text != text)
+            props.Slides.Text = text;
     }
 }

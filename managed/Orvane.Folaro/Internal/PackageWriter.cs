@@ -18,18 +18,35 @@ internal static class PackageWriter
         var type = SaveFormats.DocumentTypeOf(format);
         var keep = slides == null ? null : CheckSlideNumbers(slides, owner.SlideList.Count);
         var doc = owner.Document;
+        ExtendedProperties.UpdateSlideCount(doc);
         doc.Save();
+        // The usual save: the same format and every slide. The live package, just flushed, is
+        // already the file to write; copying it as it is avoids reading and compressing every
+        // part a second time.
+        bool dropsVba = !SaveFormats.IsMacroEnabled(type) && owner.PresentationPart.VbaProjectPart != null;
+        if (keep == null && !dropsVba && doc.DocumentType == type)
+        {
+            // The package keeps using its stream, so read the bytes without moving its position.
+            var backing = owner.Backing;
+            if (backing.TryGetBuffer(out var bytes))
+                target.Write(bytes.AsSpan(0, (int)backing.Length));
+            else
+                target.Write(backing.ToArray());
+            return;
+        }
         using var copy = new MemoryStream();
         string mainPart;
         using (var clone = doc.Clone(copy, true, new OpenSettings { AutoSave = true }))
         {
             var pres = clone.PresentationPart!;
             mainPart = pres.Uri.OriginalString;
-            if (!SaveFormats.IsMacroEnabled(type) && pres.VbaProjectPart is { } vba)
+            if (dropsVba && pres.VbaProjectPart is { } vba)
                 pres.DeletePart(vba);
             if (keep != null)
+            {
                 SlideParts.KeepOnly(pres, keep);
-            ExtendedProperties.UpdateSlideCount(clone);
+                ExtendedProperties.UpdateSlideCount(clone);
+            }
             clone.Save();
         }
         // The format is the main part's content type alone; setting it in place keeps the

@@ -162,6 +162,30 @@ public class NewPresentationTests
         Assert.Throws<ArgumentOutOfRangeException>(() => pres.Save(new MemoryStream(), (SaveFormat)999));
     }
 
+    // Saves write the live package itself: edits between two saves must reach the second file,
+    // and the slide count of the extended properties must follow the deck (and the subset).
+    [Fact]
+    public void RepeatedSavesCarryLaterEditsAndTheSlideCount()
+    {
+        using IPresentation pres = new Presentation();
+        pres.Slides.AddEmptySlide(pres.LayoutSlides[0]).Name = "first";
+        var before = TestFiles.SaveToBytes(pres);
+        pres.Slides.AddEmptySlide(pres.LayoutSlides[0]).Name = "second";
+        pres.Slides[0].Name = "renamed";
+        var after = TestFiles.SaveToBytes(pres);
+        using var ms = new MemoryStream();
+        pres.Save(ms, new[] { 2 }, SaveFormat.Pptx);
+        foreach (var (bytes, names) in new[] { (before, new[] { "first" }), (after, new[] { "renamed", "second" }), (ms.ToArray(), new[] { "second" }) })
+        {
+            using IPresentation back = new Presentation(new MemoryStream(bytes));
+            Assert.Equal(names, back.Slides.Select(s => s.Name).ToArray());
+            using var package = PresentationDocument.Open(new MemoryStream(bytes), false);
+            Assert.Equal(names.Length.ToString(), package.ExtendedFilePropertiesPart!.Properties!.Slides!.Text);
+            var errors = TestFiles.Validate(bytes);
+            Assert.True(errors.Count == 0, TestFiles.Describe(errors));
+        }
+    }
+
     [Fact]
     public void SavingChosenSlidesKeepsThemInOrder()
     {
