@@ -322,7 +322,7 @@ public sealed class Presentation : IPresentation
         internal static Opened New(LoadOptions? options = null)
         {
             var backing = PresentationTemplate.Create();
-            return Open(backing, "new presentation", options ?? new LoadOptions());
+            return Open(backing, "new presentation", options ?? new LoadOptions(), generated: true);
         }
 
         internal static Opened FromStream(Stream stream, LoadOptions? options)
@@ -350,7 +350,8 @@ public sealed class Presentation : IPresentation
                 throw new NotSupportedException($"Presentation: loading {options.LoadFormat} is not supported yet");
         }
 
-        private static Opened Open(MemoryStream backing, string origin, LoadOptions options)
+        // A generated package is known to be well formed, so its parts are parsed when first used.
+        private static Opened Open(MemoryStream backing, string origin, LoadOptions options, bool generated = false)
         {
             PresentationDocument? doc = null;
             try
@@ -361,7 +362,8 @@ public sealed class Presentation : IPresentation
                 // Parse the main part and the slide-like parts now, so that a broken one fails
                 // here, naming the part, and not on first use.
                 _ = part.Presentation ?? throw new PptxReadException($"{origin}: the presentation part is empty");
-                CheckParts(part, origin);
+                if (!generated)
+                    CheckParts(part, origin);
                 var format = SaveFormats.SourceOf(doc.DocumentType);
                 CheckExpected(options.LoadFormat, format, origin);
                 return new Opened(backing, doc, format, origin);
