@@ -4,7 +4,7 @@ using DocumentFormat.OpenXml;
 namespace Orvane.Folaro;
 
 /// <summary>A shape with geometry and text (a p:sp element).</summary>
-public interface IAutoShape : IShape
+public interface IAutoShape : IGeometryShape
 {
     /// <summary>True when the shape has a text body.</summary>
     bool HasTextFrame { get; }
@@ -21,7 +21,7 @@ public interface IAutoShape : IShape
     IShape AsIShape { get; }
 }
 
-public sealed class AutoShape : Shape, IAutoShape
+public sealed class AutoShape : GeometryShape, IAutoShape
 {
     internal AutoShape(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
     {

@@ -36,6 +36,12 @@ public interface IShape : ISlideComponent, IHyperlinkContainer
     /// <summary>The shape's outline. Shapes without one (groups, tables, ink) raise PptxEditException when it is written.</summary>
     ILineFormat LineFormat { get; }
 
+    /// <summary>The shape's effects (outer shadow, glow, soft edge).</summary>
+    Effects.IEffectFormat EffectFormat { get; }
+
+    /// <summary>The number of connection sites of the shape's geometry, where connectors can attach (0 for shapes without geometry).</summary>
+    int ConnectionSiteCount { get; }
+
     /// <summary>The shape's place in the z-order of its collection (0 is at the back).</summary>
     int ZOrderPosition { get; }
 

@@ -68,7 +68,7 @@ public abstract class Shape : IShape
         get
         {
             var xfrm = TransformElement(Element, create: false);
-            return new ShapeFrame(X, Y, Width, Height, Flag(xfrm, "flipH"), Flag(xfrm, "flipV"), Rotation);
+            return new ShapeFrame(X, Y, Width, Height, Flag(xfrm, "flipH"), Flag(xfrm, "flipV"), Rotation, EffectiveFrame());
         }
         set
         {
@@ -81,6 +81,12 @@ public abstract class Shape : IShape
                 SetXfrmAttr("flipV", value.FlipV == NullableBool.True ? "1" : null);
         }
     }
+
+    /// <summary>The number of connection sites of the shape's geometry (0 for shapes without one).</summary>
+    public int ConnectionSiteCount => GeometryEngine.DefinitionOf(Element, out _) is { } definition ? GeometryEngine.SiteCount(definition) : 0;
+
+    public Effects.IEffectFormat EffectFormat => new Effects.EffectFormat(
+        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, Context);
 
     public IPlaceholder? Placeholder => PlaceholderOf(Element) is { } ph ? new Placeholder(ph) : null;
 
@@ -159,6 +165,7 @@ public abstract class Shape : IShape
             xfrm.RemoveAttribute(name, string.Empty);
         else
             xfrm.SetAttribute(new OpenXmlAttribute(name, string.Empty, value));
+        ShapePlacement.AfterMove(this);
     }
 
     public override string ToString() => $"{GetType().Name} '{Name}'";
@@ -190,26 +197,36 @@ public abstract class Shape : IShape
 
     // --- position and size ------------------------------------------------------------
 
-    private readonly record struct Rect(long X, long Y, long Cx, long Cy);
+    internal readonly record struct Rect(long X, long Y, long Cx, long Cy);
+
+    /// <summary>The position and size in EMU, inherited for a placeholder without its own.</summary>
+    internal Rect EmuBox => Box();
 
     // The shape's own transform, else that of the placeholder it inherits from.
-    private Rect Box()
+    private Rect Box() => EffectiveTransform() is { } xfrm ? OwnTransform(xfrm.Shape) ?? default : default;
+
+    // The shape whose transform places this one (itself, or the nearest inherited placeholder
+    // with a position), and that transform; null when none has one.
+    private (OpenXmlElement Shape, OpenXmlElement? Xfrm)? EffectiveTransform()
     {
-        if (OwnTransform(Element) is { } own)
-            return own;
-        var ph = PlaceholderOf(Element);
-        if (ph == null)
-            return default;
-        bool first = true;
-        foreach (var tree in InheritedTrees())
-        {
-            // A slide matches its layout's placeholder by index; masters are matched by kind.
-            var match = FindPlaceholder(tree, ph, byTypeOnly: !(first && SlideView is Slide));
-            first = false;
-            if (match != null && OwnTransform(match) is { } inherited)
-                return inherited;
-        }
-        return default;
+        if (OwnTransform(Element) != null)
+            return (Element, TransformElement(Element, create: false));
+        if (PlaceholderOf(Element) == null)
+            return null;
+        foreach (var match in InheritedPlaceholders(Element, SlideView.PartBase))
+            if (OwnTransform(match) != null)
+                return (match, TransformElement(match, create: false));
+        return null;
+    }
+
+    private ShapeFrameEffectiveData EffectiveFrame()
+    {
+        var source = EffectiveTransform();
+        var box = source is { } s ? OwnTransform(s.Shape) ?? default : default;
+        var xfrm = source?.Xfrm;
+        double rot = xfrm != null && long.TryParse(Attr(xfrm, "rot"), NumberStyles.Integer, CultureInfo.InvariantCulture, out var r) ? r / 60000.0 : 0;
+        return new ShapeFrameEffectiveData(Emu.ToPoints(box.X), Emu.ToPoints(box.Y), Emu.ToPoints(box.Cx), Emu.ToPoints(box.Cy), (float)rot,
+            Flag(xfrm, "flipH") == NullableBool.True, Flag(xfrm, "flipV") == NullableBool.True);
     }
 
     private void SetBox(float? x = null, float? y = null, float? cx = null, float? cy = null)
@@ -231,6 +248,7 @@ public abstract class Shape : IShape
             new OpenXmlAttribute("cx", string.Empty, ncx.ToString(CultureInfo.InvariantCulture)),
             new OpenXmlAttribute("cy", string.Empty, ncy.ToString(CultureInfo.InvariantCulture)),
         });
+        ShapePlacement.AfterMove(this);
     }
 
     private long NonNegative(float points, string what) =>
@@ -273,7 +291,7 @@ public abstract class Shape : IShape
         element != null && long.TryParse(Attr(element, name), NumberStyles.Integer, CultureInfo.InvariantCulture, out var v) ? v : 0;
 
     // spPr/xfrm, grpSpPr/xfrm, or a direct xfrm child (graphic frames, content parts).
-    private static OpenXmlElement? TransformElement(OpenXmlElement shape, bool create)
+    internal static OpenXmlElement? TransformElement(OpenXmlElement shape, bool create)
     {
         foreach (var child in shape.ChildElements)
         {
@@ -320,8 +338,6 @@ public abstract class Shape : IShape
         }
         return result;
     }
-
-    private System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees() => InheritedTrees(SlideView.PartBase);
 
     // The layout's tree then the master's, for a slide; the master's for a layout.
     private static System.Collections.Generic.IEnumerable<P.ShapeTree> InheritedTrees(OpenXmlPart? part)

@@ -36,10 +36,16 @@ public interface IShapeCollection : IEnumerable<IShape>
     /// <summary>Moves the shape to this place in the z-order (0 is at the back).</summary>
     void Reorder(int index, IShape shape);
 
+    /// <summary>Moves shapes of this collection into a new group at the z-order place of the frontmost one; they keep their places on the slide.</summary>
+    IGroupShape Group(IShape[] shapes);
+
+    /// <summary>Moves a group's shapes back into this collection at the group's z-order place, with their places on the slide, and removes the group.</summary>
+    void Ungroup(IGroupShape group);
+
     IEnumerable<IShape> AsIEnumerable { get; }
 }
 
-public sealed class ShapeCollection : IShapeCollection
+public sealed partial class ShapeCollection : IShapeCollection
 {
     private const string McNs = "http://schemas.openxmlformats.org/markup-compatibility/2006";
     private readonly BaseSlide _slide;
@@ -202,7 +208,7 @@ public sealed class ShapeCollection : IShapeCollection
     {
         if (_container?.LocalName != "grpSp")
             return;
-        ShapeFactory.FitGroup(_container);
+        ShapePlacement.FitGroup(_container);
     }
 
     public IEnumerator<IShape> GetEnumerator() => Items().GetEnumerator();
@@ -234,6 +240,9 @@ public sealed class ShapeCollection : IShapeCollection
                 return branch.FirstChild;
         return null;
     }
+
+    /// <summary>The view of a shape element of this slide, or null for an element that is not a shape.</summary>
+    internal IShape? ViewOf(OpenXmlCompositeElement element) => Make(element);
 
     // Unknown elements (extension lists, foreign markup) are not shapes and are left alone.
     private IShape? Make(OpenXmlCompositeElement element) => element.LocalName switch

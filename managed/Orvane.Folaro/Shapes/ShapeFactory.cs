@@ -124,39 +124,4 @@ internal static class ShapeFactory
         }
         return null;
     }
-
-    /// <summary>Sets a group's box (and child box, one to one) to the union of its children, when it maps them one to one.</summary>
-    internal static void FitGroup(OpenXmlCompositeElement group)
-    {
-        var xfrm = group.GetFirstChild<P.GroupShapeProperties>()?.TransformGroup;
-        if (xfrm == null)
-            return;
-        bool identity = xfrm.Offset?.X?.Value == xfrm.ChildOffset?.X?.Value && xfrm.Offset?.Y?.Value == xfrm.ChildOffset?.Y?.Value
-            && xfrm.Extents?.Cx?.Value == xfrm.ChildExtents?.Cx?.Value && xfrm.Extents?.Cy?.Value == xfrm.ChildExtents?.Cy?.Value;
-        if (!identity)
-            return;
-        long x0 = long.MaxValue, y0 = long.MaxValue, x1 = long.MinValue, y1 = long.MinValue;
-        foreach (var child in group.ChildElements)
-        {
-            var box = child.Descendants().FirstOrDefault(e => e.LocalName == "xfrm");
-            var off = box?.ChildElements.FirstOrDefault(e => e.LocalName == "off");
-            var ext = box?.ChildElements.FirstOrDefault(e => e.LocalName == "ext");
-            if (off == null || ext == null || child.LocalName is "nvGrpSpPr" or "grpSpPr")
-                continue;
-            long x = Long(off, "x"), y = Long(off, "y");
-            x0 = Math.Min(x0, x);
-            y0 = Math.Min(y0, y);
-            x1 = Math.Max(x1, x + Long(ext, "cx"));
-            y1 = Math.Max(y1, y + Long(ext, "cy"));
-        }
-        if (x0 == long.MaxValue)
-            x0 = y0 = x1 = y1 = 0;
-        xfrm.Offset = new A.Offset { X = x0, Y = y0 };
-        xfrm.Extents = new A.Extents { Cx = x1 - x0, Cy = y1 - y0 };
-        xfrm.ChildOffset = new A.ChildOffset { X = x0, Y = y0 };
-        xfrm.ChildExtents = new A.ChildExtents { Cx = x1 - x0, Cy = y1 - y0 };
-    }
-
-    private static long Long(OpenXmlElement e, string name) =>
-        long.TryParse(e.GetAttribute(name, string.Empty).Value, NumberStyles.Integer, CultureInfo.InvariantCulture, out var v) ? v : 0;
 }

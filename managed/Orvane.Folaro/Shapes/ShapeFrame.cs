@@ -12,12 +12,20 @@ public interface IShapeFrame
     NullableBool FlipH { get; }
     NullableBool FlipV { get; }
     float Rotation { get; }
+
+    /// <summary>The values in use: for a placeholder without its own position, those of the layout or master placeholder it inherits from; flips resolved to true or false.</summary>
+    IShapeFrameEffectiveData GetEffective();
 }
 
 public sealed class ShapeFrame : IShapeFrame, IEquatable<ShapeFrame>
 {
     /// <summary>A frame; a flip of <see cref="NullableBool.NotDefined"/> keeps the shape's own flip when applied.</summary>
     public ShapeFrame(float x, float y, float width, float height, NullableBool flipH, NullableBool flipV, float rotation)
+        : this(x, y, width, height, flipH, flipV, rotation, null)
+    {
+    }
+
+    internal ShapeFrame(float x, float y, float width, float height, NullableBool flipH, NullableBool flipV, float rotation, IShapeFrameEffectiveData? effective)
     {
         if (!float.IsFinite(x) || !float.IsFinite(y))
             throw new ArgumentOutOfRangeException(nameof(x), "ShapeFrame: the position must be finite");
@@ -32,7 +40,13 @@ public sealed class ShapeFrame : IShapeFrame, IEquatable<ShapeFrame>
         FlipH = flipH;
         FlipV = flipV;
         Rotation = rotation;
+        _effective = effective;
     }
+
+    private readonly IShapeFrameEffectiveData? _effective;
+
+    public IShapeFrameEffectiveData GetEffective() =>
+        _effective ?? new ShapeFrameEffectiveData(X, Y, Width, Height, Rotation, FlipH == NullableBool.True, FlipV == NullableBool.True);
 
     public float X { get; }
     public float Y { get; }

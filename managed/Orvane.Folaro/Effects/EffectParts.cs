@@ -1,0 +1,219 @@
+using System;
+using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
+
+namespace Orvane.Folaro.Effects;
+
+/// <summary>Where a shadow sits against its shape's box.</summary>
+public enum RectangleAlignment
+{
+    TopLeft,
+    Top,
+    TopRight,
+    Left,
+    Center,
+    Right,
+    BottomLeft,
+    Bottom,
+    BottomRight,
+}
+
+// Reads and writes of effect attributes in EMU, 1/60,000 degree and 1/100,000 units.
+internal static class EffectValues
+{
+    internal static OpenXmlElement Live(OpenXmlElement e, string what) =>
+        e.Parent != null ? e : throw new PptxEditException($"{what}: the effect was disabled; enable it again and use the new one");
+
+    internal static float Points(OpenXmlElement e, string name) => Emu.ToPoints(ElementOrder.Long(e, name) ?? 0);
+
+    internal static void SetPoints(OpenXmlElement e, string name, float value, string what)
+    {
+        if (!(value >= 0) || float.IsInfinity(value))
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"{what} must be finite and not negative");
+        ElementOrder.SetAttr(Live(e, what), name, ElementOrder.Text(Emu.FromPoints(value)));
+    }
+}
+
+/// <summary>A shadow cast outside the shape.</summary>
+public interface IOuterShadow
+{
+    /// <summary>The blur radius in points.</summary>
+    float BlurRadius { get; set; }
+
+    /// <summary>The direction the shadow is cast in, degrees clockwise from the x axis, in [0, 360).</summary>
+    float Direction { get; set; }
+
+    /// <summary>How far the shadow is cast, in points.</summary>
+    float Distance { get; set; }
+
+    IColorFormat ShadowColor { get; }
+
+    RectangleAlignment RectangleAlign { get; set; }
+
+    /// <summary>Horizontal scale of the shadow (1 is 100 %).</summary>
+    float ScaleHorizontal { get; set; }
+
+    /// <summary>Vertical scale of the shadow (1 is 100 %).</summary>
+    float ScaleVertical { get; set; }
+
+    /// <summary>Horizontal skew in degrees, between -90 and 90 exclusive.</summary>
+    float SkewHorizontal { get; set; }
+
+    /// <summary>Vertical skew in degrees, between -90 and 90 exclusive.</summary>
+    float SkewVertical { get; set; }
+
+    bool RotateShadowWithShape { get; set; }
+}
+
+public sealed class OuterShadow : IOuterShadow
+{
+    private static readonly string[] Aligns = { "tl", "t", "tr", "l", "ctr", "r", "bl", "b", "br" };
+    private readonly OpenXmlElement _element;
+    private readonly FormatContext _context;
+
+    internal OuterShadow(OpenXmlElement element, FormatContext context)
+    {
+        _element = element;
+        _context = context;
+    }
+
+    public float BlurRadius
+    {
+        get => EffectValues.Points(_element, "blurRad");
+        set => EffectValues.SetPoints(_element, "blurRad", value, "OuterShadow.BlurRadius");
+    }
+
+    public float Direction
+    {
+        get => (ElementOrder.Long(_element, "dir") ?? 0) / 60000f;
+        set
+        {
+            if (!float.IsFinite(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "OuterShadow.Direction must be finite");
+            double d = value % 360.0;
+            if (d < 0)
+                d += 360.0;
+            ElementOrder.SetAttr(Live, "dir", ElementOrder.Text((long)Math.Round(d * 60000) % 21600000));
+        }
+    }
+
+    public float Distance
+    {
+        get => EffectValues.Points(_element, "dist");
+        set => EffectValues.SetPoints(_element, "dist", value, "OuterShadow.Distance");
+    }
+
+    public IColorFormat ShadowColor => new ColorFormat(_ => _element.Parent != null ? _element : null, _context);
+
+    public RectangleAlignment RectangleAlign
+    {
+        get => (RectangleAlignment)Inherited.Index(Aligns, ElementOrder.Attr(_element, "algn"), (int)RectangleAlignment.Bottom);
+        set
+        {
+            if (!Enum.IsDefined(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "OuterShadow.RectangleAlign must be an alignment");
+            ElementOrder.SetAttr(Live, "algn", Aligns[(int)value]);
+        }
+    }
+
+    public float ScaleHorizontal
+    {
+        get => Fraction("sx");
+        set => SetFraction("sx", value, nameof(ScaleHorizontal));
+    }
+
+    public float ScaleVertical
+    {
+        get => Fraction("sy");
+        set => SetFraction("sy", value, nameof(ScaleVertical));
+    }
+
+    public float SkewHorizontal
+    {
+        get => (ElementOrder.Long(_element, "kx") ?? 0) / 60000f;
+        set => SetSkew("kx", value, nameof(SkewHorizontal));
+    }
+
+    public float SkewVertical
+    {
+        get => (ElementOrder.Long(_element, "ky") ?? 0) / 60000f;
+        set => SetSkew("ky", value, nameof(SkewVertical));
+    }
+
+    public bool RotateShadowWithShape
+    {
+        get => ElementOrder.Attr(_element, "rotWithShape") is not ("0" or "false");
+        set => ElementOrder.SetAttr(Live, "rotWithShape", value ? "1" : "0");
+    }
+
+    private OpenXmlElement Live => EffectValues.Live(_element, "OuterShadow");
+
+    private float Fraction(string name) => (ElementOrder.Long(_element, name) ?? 100000) / 100000f;
+
+    private void SetFraction(string name, float value, string member)
+    {
+        if (!float.IsFinite(value) || Math.Abs(value) > 20000)
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"OuterShadow.{member} must be a finite fraction");
+        ElementOrder.SetAttr(Live, name, ElementOrder.Text((long)Math.Round(value * 100000.0)));
+    }
+
+    private void SetSkew(string name, float value, string member)
+    {
+        if (!(value > -90 && value < 90))
+            throw new ArgumentOutOfRangeException(nameof(value), value, $"OuterShadow.{member} must be between -90 and 90 degrees exclusive");
+        ElementOrder.SetAttr(Live, name, ElementOrder.Text((long)Math.Round(value * 60000.0)));
+    }
+}
+
+/// <summary>A soft coloured halo around a shape.</summary>
+public interface IGlow
+{
+    /// <summary>The glow's radius in points.</summary>
+    float Radius { get; set; }
+
+    IColorFormat Color { get; }
+}
+
+/// <summary>A view over an a:glow element.</summary>
+public sealed class Glow : IGlow
+{
+    private readonly OpenXmlElement _element;
+    private readonly FormatContext _context;
+
+    internal Glow(OpenXmlElement element, FormatContext context)
+    {
+        _element = element;
+        _context = context;
+    }
+
+    public float Radius
+    {
+        get => EffectValues.Points(_element, "rad");
+        set => EffectValues.SetPoints(_element, "rad", value, "Glow.Radius");
+    }
+
+    public IColorFormat Color => new ColorFormat(_ => _element.Parent != null ? _element : null, _context);
+}
+
+/// <summary>Edges faded into the background.</summary>
+public interface ISoftEdge
+{
+    /// <summary>How far in from the edges the fade reaches, in points.</summary>
+    float Radius { get; set; }
+}
+
+public sealed class SoftEdge : ISoftEdge
+{
+    private readonly OpenXmlElement _element;
+
+    internal SoftEdge(OpenXmlElement element)
+    {
+        _element = element;
+    }
+
+    public float Radius
+    {
+        get => EffectValues.Points(_element, "rad");
+        set => EffectValues.SetPoints(_element, "rad", value, "SoftEdge.Radius");
+    }
+}
