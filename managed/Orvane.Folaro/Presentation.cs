@@ -195,7 +195,7 @@ public sealed class Presentation : IPresentation
         set => VbaStorage.Write(this, value);
     }
 
-    public IHyperlinkQueries HyperlinkQueries => throw Later("HyperlinkQueries", "hyperlink queries");
+    public IHyperlinkQueries HyperlinkQueries => new HyperlinkQueries(this);
 
     public IViewProperties ViewProperties => new ViewProperties(this);
 

@@ -32,6 +32,13 @@ public interface IFillFormat
     IPatternFormat PatternFormat { get; }
 
     IPictureFillFormat PictureFillFormat { get; }
+
+    /// <summary>
+    /// The fill actually drawn: this fill, else (for a shape) the fill of the placeholders it
+    /// inherits from, else the theme fill style its shape style refers to; colours resolved
+    /// through the slide's colour map and theme.
+    /// </summary>
+    IFillFormatEffectiveData GetEffective();
 }
 
 public sealed class FillFormat : IFillFormat
@@ -49,6 +56,18 @@ public sealed class FillFormat : IFillFormat
     }
 
     internal FormatContext Context { get; }
+
+    // A fill that is itself the viewed element (a theme's fill style): its settings can be
+    // edited in place, but it cannot become another kind of fill.
+    private OpenXmlElement? _fixed;
+
+    internal static FillFormat Fixed(OpenXmlElement fill, FormatContext context) =>
+        new(_ => fill.Parent, Array.Empty<string>(), ElementOrder.Fills, context) { _fixed = fill };
+
+    /// <summary>Where the effective fill comes from when this one is not set (the shape's inheritance), or null.</summary>
+    internal Func<EffectiveFormats.Source>? Inheritance { get; init; }
+
+    public IFillFormatEffectiveData GetEffective() => EffectiveFormats.Fill(this);
 
     public FillType FillType
     {
@@ -68,6 +87,8 @@ public sealed class FillFormat : IFillFormat
                 throw new ArgumentOutOfRangeException(nameof(value), value, "FillFormat.FillType: unknown fill type");
             if (value == FillType)
                 return;
+            if (_fixed != null)
+                Make(value);
             if (value == FillType.NotDefined)
             {
                 if (_properties(false) is { } props)
@@ -91,7 +112,7 @@ public sealed class FillFormat : IFillFormat
 
     public override string ToString() => $"FillFormat [{FillType}]";
 
-    internal OpenXmlElement? Fill(bool create) => _properties(create) is { } props ? ElementOrder.FirstOf(props, _kinds) : null;
+    internal OpenXmlElement? Fill(bool create) => _fixed ?? (_properties(create) is { } props ? ElementOrder.FirstOf(props, _kinds) : null);
 
     /// <summary>The fill element of this kind, made (replacing another kind) when the fill is not of it.</summary>
     internal OpenXmlElement Ensure(FillType type)
@@ -106,6 +127,8 @@ public sealed class FillFormat : IFillFormat
 
     private OpenXmlElement Make(FillType type)
     {
+        if (_fixed != null)
+            throw new NotSupportedException($"FillFormat ({Context.Where}): changing the kind of a theme's fill style is not supported; edit the fill of its own kind");
         var props = _properties(true) ?? throw new PptxEditException($"{Context.Where}: there are no properties to hold a fill");
         OpenXmlElement made = type switch
         {

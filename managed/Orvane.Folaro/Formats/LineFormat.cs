@@ -73,6 +73,12 @@ public interface ILineFormat
 
     /// <summary>The line's fill: no fill, solid, gradient or pattern.</summary>
     IFillFormat FillFormat { get; }
+
+    /// <summary>
+    /// The outline actually drawn: each property from this line, else (for a shape) from the
+    /// placeholders it inherits from, else from the theme line style its shape style refers to.
+    /// </summary>
+    ILineFormatEffectiveData GetEffective();
 }
 
 public sealed class LineFormat : ILineFormat
@@ -173,6 +179,15 @@ public sealed class LineFormat : ILineFormat
     public LineArrowheadLength EndArrowheadLength { get => (LineArrowheadLength)EndAttr("tailEnd", "len", Sizes); set => SetEndAttr("tailEnd", "len", (int)value, Sizes, nameof(EndArrowheadLength)); }
 
     public IFillFormat FillFormat => new FillFormat(create => _line(create), ElementOrder.Line, ElementOrder.LineFills, _context);
+
+    /// <summary>Where the effective line comes from when this one leaves a property unset, or null.</summary>
+    internal Func<EffectiveFormats.Source>? Inheritance { get; init; }
+
+    internal OpenXmlElement? Element => _line(false);
+
+    internal FormatContext Context => _context;
+
+    public ILineFormatEffectiveData GetEffective() => EffectiveFormats.Line(this);
 
     public override string ToString() => $"LineFormat [{Width} pt, {DashStyle}]";
 

@@ -19,5 +19,8 @@ internal sealed class FormatContext
 
     internal string Where { get; }
 
+    /// <summary>The presentation, where known (hyperlinks to slides name their target through it).</summary>
+    internal Presentation? Owner { get; init; }
+
     internal ThemeColors? Theme => ThemeColors.Of(Part);
 }

@@ -122,7 +122,7 @@ internal sealed class TextInheritance
     /// <summary>The theme's major (headings) or minor (body) font for a script: "latin", "ea" or "cs".</summary>
     internal string ThemeFont(bool major, string script)
     {
-        var fonts = ThemePart()?.Theme?.ThemeElements?.FontScheme;
+        var fonts = ThemeChain.FontScheme(_part);
         OpenXmlElement? set = major ? fonts?.MajorFont : fonts?.MinorFont;
         var font = set == null ? null : ElementOrder.First(set, script);
         return font == null ? string.Empty : ElementOrder.Attr(font, "typeface") ?? string.Empty;
@@ -141,11 +141,4 @@ internal sealed class TextInheritance
     };
 
     private OpenXmlElement? MasterRoot() => MasterPart()?.RootElement;
-
-    private ThemePart? ThemePart() => MasterPart() switch
-    {
-        SlideMasterPart m => m.ThemePart,
-        NotesMasterPart n => n.ThemePart,
-        _ => null,
-    };
 }

@@ -25,47 +25,36 @@ internal sealed class ThemeColors
         if (part == null)
             return null;
         OpenXmlElement? map = null;
-        ThemePart? theme = null;
-        foreach (var p in Chain(part))
+        foreach (var p in ThemeChain.Parts(part))
         {
             map ??= Override(p);
-            switch (p)
+            map ??= p switch
             {
-                case SlideMasterPart m:
-                    map ??= m.SlideMaster?.ColorMap;
-                    theme = m.ThemePart;
-                    break;
-                case NotesMasterPart n:
-                    map ??= n.NotesMaster?.ColorMap;
-                    theme = n.ThemePart;
-                    break;
-                case HandoutMasterPart h:
-                    map ??= h.HandoutMaster?.ColorMap;
-                    theme = h.ThemePart;
-                    break;
-            }
+                SlideMasterPart m => m.SlideMaster?.ColorMap,
+                NotesMasterPart n => n.NotesMaster?.ColorMap,
+                HandoutMasterPart h => h.HandoutMaster?.ColorMap,
+                _ => null,
+            };
         }
-        return new ThemeColors(theme?.Theme?.ThemeElements?.ColorScheme, map);
+        return new ThemeColors(ThemeChain.ColorScheme(part), map);
     }
 
-    // The part, then the parts it inherits from.
-    private static System.Collections.Generic.IEnumerable<OpenXmlPart> Chain(OpenXmlPart part)
+    /// <summary>The colours of a given scheme seen through a colour map (null for the default map).</summary>
+    internal static ThemeColors With(A.ColorScheme? scheme, OpenXmlElement? map) => new(scheme, map);
+
+    /// <summary>The colour map a part applies: its own override, else its layout's, else its master's; null when none.</summary>
+    internal static OpenXmlElement? MapOf(OpenXmlPart part)
     {
-        yield return part;
-        switch (part)
+        foreach (var p in ThemeChain.Parts(part))
         {
-            case SlidePart s when s.SlideLayoutPart is { } layout:
-                yield return layout;
-                if (layout.SlideMasterPart is { } master)
-                    yield return master;
-                break;
-            case SlideLayoutPart l when l.SlideMasterPart is { } m:
-                yield return m;
-                break;
-            case NotesSlidePart n when n.NotesMasterPart is { } nm:
-                yield return nm;
-                break;
+            if (Override(p) is { } o)
+                return o;
+            if (p is SlideMasterPart m)
+                return m.SlideMaster?.ColorMap;
+            if (p is NotesMasterPart n)
+                return n.NotesMaster?.ColorMap;
         }
+        return null;
     }
 
     private static OpenXmlElement? Override(OpenXmlPart part)

@@ -1,8 +1,11 @@
 namespace Orvane.Folaro;
 
-/// <summary>An object that can carry a hyperlink followed on click.</summary>
+/// <summary>An object that can carry hyperlinks: a shape or a portion of text.</summary>
 public interface IHyperlinkContainer
 {
-    /// <summary>The click hyperlink, or null when there is none.</summary>
-    IHyperlink? HyperlinkClick { get; }
+    /// <summary>The hyperlink followed on click, or null. Setting null removes it (and its relationship when unused).</summary>
+    IHyperlink? HyperlinkClick { get; set; }
+
+    /// <summary>The hyperlink followed when the pointer rests on the object, or null.</summary>
+    IHyperlink? HyperlinkMouseOver { get; set; }
 }

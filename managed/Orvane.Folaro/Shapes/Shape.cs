@@ -93,32 +93,31 @@ public abstract class Shape : IShape
     public int ZOrderPosition => Container.IndexOf(this);
 
     public IFillFormat FillFormat => new FillFormat(
-        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, ElementOrder.Fills, Context);
+        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, ElementOrder.Fills, Context)
+    {
+        Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),
+    };
 
     public ILineFormat LineFormat => new LineFormat(create =>
     {
         if (ShapePropertiesSlot(false) is not { LocalName: "spPr" } spPr)
             return null;
         return ElementOrder.First(spPr, "ln") ?? (create ? ElementOrder.Insert(spPr, new A.Outline(), ElementOrder.ShapeProperties) : null);
-    }, Context);
+    }, Context)
+    {
+        Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),
+    };
 
     public IHyperlink? HyperlinkClick
     {
-        get
-        {
-            var link = NonVisual?.ChildElements.FirstOrDefault(c => c.LocalName == "hlinkClick");
-            if (link == null)
-                return null;
-            string? relId = Attr(link, "id", "http://schemas.openxmlformats.org/officeDocument/2006/relationships");
-            string url = string.Empty;
-            if (!string.IsNullOrEmpty(relId))
-            {
-                var rel = SlideView.PartBase.HyperlinkRelationships.FirstOrDefault(h => h.Id == relId);
-                url = rel?.Uri.OriginalString ?? string.Empty;
-            }
-            var action = Hyperlink.ActionOf(Attr(link, "action"), url.Length > 0);
-            return new Hyperlink(action, url, Attr(link, "tooltip") ?? string.Empty);
-        }
+        get => HyperlinkStore.Read(NonVisual, "hlinkClick", SlideView.PartBase, SlideView.Owner);
+        set => HyperlinkStore.Write(_ => NonVisual, "hlinkClick", value, SlideView.PartBase, HyperlinkStore.NonVisualOrder, $"{SlideView.Where}, shape '{Name}', HyperlinkClick");
+    }
+
+    public IHyperlink? HyperlinkMouseOver
+    {
+        get => HyperlinkStore.Read(NonVisual, "hlinkHover", SlideView.PartBase, SlideView.Owner);
+        set => HyperlinkStore.Write(_ => NonVisual, "hlinkHover", value, SlideView.PartBase, HyperlinkStore.NonVisualOrder, $"{SlideView.Where}, shape '{Name}', HyperlinkMouseOver");
     }
 
     public IBaseSlide Slide => SlideView;
@@ -136,7 +135,7 @@ public abstract class Shape : IShape
     internal OpenXmlCompositeElement Element { get; }
 
     /// <summary>The part and place of this shape, for the formats that view its elements.</summary>
-    internal FormatContext Context => new(SlideView.PartBase, $"{SlideView.Where}, shape '{Name}'");
+    internal FormatContext Context => new(SlideView.PartBase, $"{SlideView.Where}, shape '{Name}'") { Owner = SlideView.Owner };
 
     // spPr (or a group's grpSpPr); shapes without one (graphic frames, ink) have none to make.
     private OpenXmlElement? ShapePropertiesSlot(bool create) =>

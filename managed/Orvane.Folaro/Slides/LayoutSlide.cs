@@ -12,6 +12,9 @@ public interface ILayoutSlide : IBaseSlide
 
     IMasterSlide MasterSlide { get; }
 
+    /// <summary>The layout's theme overrides and the theme in force for it.</summary>
+    Theme.IOverrideThemeManager ThemeManager { get; }
+
     /// <summary>True when at least one slide uses this layout.</summary>
     bool HasDependingSlides { get; }
 
@@ -36,6 +39,8 @@ public sealed class LayoutSlide : BaseSlide, ILayoutSlide
     public SlideLayoutType LayoutType => LayoutTypes.FromXml(Part.SlideLayout.Type?.Value);
 
     public IMasterSlide MasterSlide => _master;
+
+    public Theme.IOverrideThemeManager ThemeManager => new Theme.OverrideThemeManager(this);
 
     public bool HasDependingSlides => Owner.SlideList.Any(s => ReferenceEquals(((Slide)s).Part.SlideLayoutPart, Part));
 

@@ -14,6 +14,9 @@ public interface IMasterSlide : IBaseSlide
 
     IMasterTheme Theme { get; }
 
+    /// <summary>The master's theme and the theme in force for it.</summary>
+    IMasterThemeManager ThemeManager { get; }
+
     /// <summary>True when at least one slide uses one of this master's layouts.</summary>
     bool HasDependingSlides { get; }
 
@@ -42,6 +45,8 @@ public sealed class MasterSlide : BaseSlide, IMasterSlide
             return Owner.ViewOf(themePart, () => new MasterTheme(Owner, themePart));
         }
     }
+
+    public IMasterThemeManager ThemeManager => new MasterThemeManager(this);
 
     public bool HasDependingSlides => LayoutList.Any(l => l.HasDependingSlides);
 

@@ -22,6 +22,9 @@ public interface ISlide : IBaseSlide
 
     INotesSlideManager NotesSlideManager { get; }
 
+    /// <summary>The slide's theme overrides and the theme in force for it.</summary>
+    Theme.IOverrideThemeManager ThemeManager { get; }
+
     /// <summary>The slide's tags and custom XML parts.</summary>
     ICustomData CustomData { get; }
 
@@ -82,6 +85,8 @@ public sealed class Slide : BaseSlide, ISlide
     public ISlideShowTransition SlideShowTransition => new SlideShowTransition(Part.Slide);
 
     public INotesSlideManager NotesSlideManager => new NotesSlideManager(this);
+
+    public Theme.IOverrideThemeManager ThemeManager => new Theme.OverrideThemeManager(this);
 
     public ICustomData CustomData => new CustomData(CustomDataHost.Of(this));
 

@@ -6,7 +6,7 @@ using A = DocumentFormat.OpenXml.Drawing;
 namespace Orvane.Folaro;
 
 /// <summary>A run of text with one formatting (a view over a:r), or a text field (a:fld).</summary>
-public interface IPortion
+public interface IPortion : IHyperlinkContainer
 {
     /// <summary>The portion's text (for a field, what it shows now). It holds no line breaks.</summary>
     string Text { get; set; }
@@ -15,6 +15,8 @@ public interface IPortion
 
     /// <summary>The field this portion is, or null for plain text.</summary>
     IField? Field { get; }
+
+    IHyperlinkContainer AsIHyperlinkContainer { get; }
 }
 
 public sealed class Portion : IPortion
@@ -48,6 +50,13 @@ public sealed class Portion : IPortion
 
     public IPortionFormat PortionFormat => new PortionFormat(Properties, Context,
         Element.Parent is A.Paragraph p ? () => Paragraph.InheritedRunProperties(p, Context) : null);
+
+    /// <summary>The click hyperlink of the text (its PortionFormat's).</summary>
+    public IHyperlink? HyperlinkClick { get => PortionFormat.HyperlinkClick; set => PortionFormat.HyperlinkClick = value; }
+
+    public IHyperlink? HyperlinkMouseOver { get => PortionFormat.HyperlinkMouseOver; set => PortionFormat.HyperlinkMouseOver = value; }
+
+    IHyperlinkContainer IPortion.AsIHyperlinkContainer => this;
 
     public IField? Field => Element is A.Field f ? new Field(new FieldType(f.Type?.Value ?? string.Empty)) : null;
 

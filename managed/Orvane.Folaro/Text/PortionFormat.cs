@@ -88,7 +88,6 @@ public interface IPortionFormat
 
 public sealed class PortionFormat : IPortionFormat
 {
-    private const string R = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
     private static readonly string[] Underlines =
     {
         "none", "words", "sng", "dbl", "heavy", "dotted", "dottedHeavy", "dash", "dashHeavy", "dashLong", "dashLongHeavy",
@@ -310,68 +309,9 @@ public sealed class PortionFormat : IPortionFormat
         ElementOrder.SetAttr(font, "typeface", value);
     }
 
-    private IHyperlink? Link(string name)
-    {
-        if (_rPr(false) is not { } r || ElementOrder.First(r, name) is not { } link)
-            return null;
-        string? id = link.GetAttributes().FirstOrDefault(a => a.LocalName == "id" && a.NamespaceUri == R).Value;
-        string url = string.Empty;
-        if (!string.IsNullOrEmpty(id) && _context.Part?.HyperlinkRelationships.FirstOrDefault(h => h.Id == id) is { } rel)
-            url = rel.Uri.OriginalString;
-        return new Hyperlink(Hyperlink.ActionOf(ElementOrder.Attr(link, "action"), url.Length > 0), url, ElementOrder.Attr(link, "tooltip") ?? string.Empty);
-    }
+    private IHyperlink? Link(string name) => HyperlinkStore.Read(_rPr(false), name, _context.Part, _context.Owner);
 
-    private void SetLink(string name, IHyperlink? value)
-    {
-        if (value == null)
-        {
-            if (_rPr(false) is { } r && ElementOrder.First(r, name) is { } old)
-                Unlink(old);
-            return;
-        }
-        var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a hyperlink");
-        string id = string.Empty;
-        string? action = value.ActionType switch
-        {
-            HyperlinkActionType.Hyperlink => null,
-            HyperlinkActionType.NoAction => "ppaction://noaction",
-            HyperlinkActionType.JumpNextSlide => "ppaction://hlinkshowjump?jump=nextslide",
-            HyperlinkActionType.JumpPreviousSlide => "ppaction://hlinkshowjump?jump=previousslide",
-            HyperlinkActionType.JumpFirstSlide => "ppaction://hlinkshowjump?jump=firstslide",
-            HyperlinkActionType.JumpLastSlide => "ppaction://hlinkshowjump?jump=lastslide",
-            HyperlinkActionType.JumpLastViewedSlide => "ppaction://hlinkshowjump?jump=lastslideviewed",
-            HyperlinkActionType.EndShow => "ppaction://hlinkshowjump?jump=endshow",
-            // Jumps to a given slide, files, programs and macros need targets the model cannot name yet.
-            _ => throw new NotSupportedException($"PortionFormat.{(name == "hlinkClick" ? "HyperlinkClick" : "HyperlinkMouseOver")}: setting a {value.ActionType} hyperlink on text is not supported yet"),
-        };
-        if (value.ActionType == HyperlinkActionType.Hyperlink)
-        {
-            if (!Uri.TryCreate(value.ExternalUrl, UriKind.RelativeOrAbsolute, out var uri))
-                throw new ArgumentException($"PortionFormat: '{value.ExternalUrl}' is not a valid address", nameof(value));
-            id = part.AddHyperlinkRelationship(uri, uri.IsAbsoluteUri).Id;
-        }
-        var rPr = Properties();
-        if (ElementOrder.First(rPr, name) is { } existing)
-            Unlink(existing);
-        OpenXmlElement made = name == "hlinkClick" ? new A.HyperlinkOnClick() : new A.HyperlinkOnMouseOver();
-        made.SetAttribute(new OpenXmlAttribute("r", "id", R, id));
-        if (action != null)
-            ElementOrder.SetAttr(made, "action", action);
-        if (value.Tooltip.Length > 0)
-            ElementOrder.SetAttr(made, "tooltip", value.Tooltip);
-        ElementOrder.Insert(rPr, made, ElementOrder.RunProperties);
-    }
-
-    // Removes a link element, and its relationship when nothing else in the part refers to it.
-    private void Unlink(OpenXmlElement link)
-    {
-        string? id = link.GetAttributes().FirstOrDefault(a => a.LocalName == "id" && a.NamespaceUri == R).Value;
-        var root = link.Ancestors().LastOrDefault();
-        link.Remove();
-        if (string.IsNullOrEmpty(id) || _context.Part is not { } part || root == null)
-            return;
-        bool used = root.Descendants().Any(e => e.GetAttributes().Any(a => a.NamespaceUri == R && a.Value == id));
-        if (!used && part.HyperlinkRelationships.FirstOrDefault(h => h.Id == id) is { } rel)
-            part.DeleteReferenceRelationship(rel);
-    }
+    private void SetLink(string name, IHyperlink? value) =>
+        HyperlinkStore.Write(create => create ? Properties() : _rPr(false), name, value, _context.Part, ElementOrder.RunProperties,
+            $"{_context.Where}, PortionFormat.{(name == "hlinkClick" ? "HyperlinkClick" : "HyperlinkMouseOver")}");
 }

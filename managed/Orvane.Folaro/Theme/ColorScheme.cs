@@ -1,6 +1,7 @@
 using System;
-using System.Globalization;
 using DocumentFormat.OpenXml;
+using Orvane.Folaro;
+using Orvane.Folaro.Internal;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
 
@@ -22,17 +23,22 @@ public interface IColorScheme
     Color Accent6 { get; set; }
     Color Hyperlink { get; set; }
     Color FollowedHyperlink { get; set; }
+
+    /// <summary>The colour of a slot by name; Background1/Text1/Background2/Text2 name Light1/Dark1/Light2/Dark2.</summary>
+    Color GetColor(SchemeColor slot);
+
+    void SetColor(SchemeColor slot, Color color);
 }
 
 public sealed class ColorScheme : IColorScheme
 {
-    private readonly MasterTheme _theme;
     private readonly A.ColorScheme _element;
+    private readonly string _where;
 
-    internal ColorScheme(MasterTheme theme, A.ColorScheme element)
+    internal ColorScheme(A.ColorScheme element, string where)
     {
-        _theme = theme;
         _element = element;
+        _where = where;
     }
 
     public string Name
@@ -58,24 +64,38 @@ public sealed class ColorScheme : IColorScheme
     public Color Hyperlink { get => Read(_element.Hyperlink); set => Write(_element.Hyperlink, value); }
     public Color FollowedHyperlink { get => Read(_element.FollowedHyperlinkColor); set => Write(_element.FollowedHyperlinkColor, value); }
 
-    // A slot holds an sRGB value or a system colour with its last known value; anything else reads as empty.
-    private static Color Read(OpenXmlCompositeElement? slot)
+    /// <summary>The colour of a scheme slot (Dark1 ... FollowedHyperlink); role names (Background1, Text1, ...) read through the default colour map.</summary>
+    public Color GetColor(SchemeColor slot) => Read(Slot(slot));
+
+    public void SetColor(SchemeColor slot, Color color) => Write(Slot(slot), color);
+
+    public override string ToString() => $"ColorScheme '{Name}'";
+
+    private OpenXmlCompositeElement? Slot(SchemeColor slot) => slot switch
     {
-        string? hex = slot?.FirstChild switch
-        {
-            A.RgbColorModelHex rgb => rgb.Val?.Value,
-            A.SystemColor sys => sys.LastColor?.Value,
-            _ => null,
-        };
-        if (hex == null || hex.Length != 6 || !int.TryParse(hex, NumberStyles.HexNumber, CultureInfo.InvariantCulture, out var value))
-            return Color.Empty;
-        return Color.FromArgb(unchecked((int)0xFF000000) | value);
-    }
+        SchemeColor.Dark1 or SchemeColor.Text1 => _element.Dark1Color,
+        SchemeColor.Light1 or SchemeColor.Background1 => _element.Light1Color,
+        SchemeColor.Dark2 or SchemeColor.Text2 => _element.Dark2Color,
+        SchemeColor.Light2 or SchemeColor.Background2 => _element.Light2Color,
+        SchemeColor.Accent1 => _element.Accent1Color,
+        SchemeColor.Accent2 => _element.Accent2Color,
+        SchemeColor.Accent3 => _element.Accent3Color,
+        SchemeColor.Accent4 => _element.Accent4Color,
+        SchemeColor.Accent5 => _element.Accent5Color,
+        SchemeColor.Accent6 => _element.Accent6Color,
+        SchemeColor.Hyperlink => _element.Hyperlink,
+        SchemeColor.FollowedHyperlink => _element.FollowedHyperlinkColor,
+        _ => throw new ArgumentOutOfRangeException(nameof(slot), slot, "ColorScheme: not a colour of the scheme"),
+    };
+
+    // A slot holds one colour element (sRGB, or a system colour with its last known value); none reads as empty.
+    private static Color Read(OpenXmlCompositeElement? slot) =>
+        slot != null && ElementOrder.FirstOf(slot, ColorMath.ColorElements) is { } color ? ColorMath.Resolve(color, null) : Color.Empty;
 
     private void Write(OpenXmlCompositeElement? slot, Color color)
     {
         if (slot == null)
-            throw new PptxEditException($"part '{_theme.Part.Uri}': the colour scheme '{Name}' lacks a colour slot");
+            throw new PptxEditException($"{_where}: the colour scheme '{Name}' lacks a colour slot");
         if (color.IsEmpty)
             throw new ArgumentException("ColorScheme: a theme colour cannot be empty", nameof(color));
         slot.RemoveAllChildren();

@@ -4,7 +4,7 @@ using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro.Theme;
 
-/// <summary>The theme of a master: its colour and font schemes.</summary>
+/// <summary>The theme of a master: its name, colour, font and format schemes.</summary>
 public interface IMasterTheme : IPresentationComponent
 {
     string Name { get; set; }
@@ -12,6 +12,9 @@ public interface IMasterTheme : IPresentationComponent
     IColorScheme ColorScheme { get; }
 
     IFontScheme FontScheme { get; }
+
+    /// <summary>The fill, line, effect and background styles that shape styles refer to.</summary>
+    IFormatScheme FormatScheme { get; }
 
     IPresentationComponent AsIPresentationComponent { get; }
 }
@@ -36,9 +39,11 @@ public sealed class MasterTheme : IMasterTheme
         }
     }
 
-    public IColorScheme ColorScheme => new ColorScheme(this, Elements.ColorScheme ?? throw Missing("colour scheme"));
+    public IColorScheme ColorScheme => new ColorScheme(Elements.ColorScheme ?? throw Missing("colour scheme"), Where);
 
     public IFontScheme FontScheme => new FontScheme(Elements.FontScheme ?? throw Missing("font scheme"));
+
+    public IFormatScheme FormatScheme => new FormatScheme(Elements.FormatScheme ?? throw Missing("format scheme"), Part, Where);
 
     public IPresentation Presentation => _owner;
 
@@ -49,6 +54,10 @@ public sealed class MasterTheme : IMasterTheme
     private A.Theme Root => Part.Theme;
 
     private A.ThemeElements Elements => Root.ThemeElements ?? throw Missing("theme elements");
+
+    public override string ToString() => $"MasterTheme '{Name}'";
+
+    private string Where => $"{_owner.Origin}, part '{Part.Uri}'";
 
     private PptxReadException Missing(string what) => new($"{_owner.Origin}, part '{Part.Uri}': the theme has no {what}");
 }

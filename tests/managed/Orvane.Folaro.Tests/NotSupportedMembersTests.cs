@@ -19,7 +19,6 @@ public class NotSupportedMembersTests
         "Presentation.GetDefaultTextStyle()",
         "Presentation.GetDigitalSignatures()",
         "Presentation.GetFontsManager()",
-        "Presentation.GetHyperlinkQueries()",
         "Presentation.GetImages()",
         "Presentation.GetMasterHandoutSlideManager()",
         "Presentation.GetMasterNotesSlideManager()",

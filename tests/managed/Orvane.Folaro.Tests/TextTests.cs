@@ -277,7 +277,11 @@ public class TextTests
     {
         public string ExternalUrl => "other.pptx";
         public HyperlinkActionType ActionType => HyperlinkActionType.OpenFile;
-        public string Tooltip => "";
+        public ISlide? TargetSlide => null;
+        public string Tooltip { get; set; } = "";
+        public bool HighlightClick { get; set; }
+        public bool History { get; set; } = true;
+        public string TargetFrame { get; set; } = "";
     }
 
     [Fact]
