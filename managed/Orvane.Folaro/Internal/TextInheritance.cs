@@ -32,6 +32,11 @@ internal sealed class TextInheritance
                 : type == P.PlaceholderValues.DateAndTime || type == P.PlaceholderValues.Footer || type == P.PlaceholderValues.SlideNumber || type == P.PlaceholderValues.Header ? "otherStyle"
                 : "bodyStyle";
         }
+        else if (shape?.LocalName == "tc")
+        {
+            // Text in table cells takes the master's style for other text.
+            _masterStyle = "otherStyle";
+        }
     }
 
     /// <summary>The inheritance of the text of <paramref name="shape"/> (a p:sp, or null for text outside shapes) in <paramref name="part"/>.</summary>

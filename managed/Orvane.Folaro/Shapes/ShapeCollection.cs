@@ -25,6 +25,12 @@ public interface IShapeCollection : IEnumerable<IShape>
     /// <summary>Adds an empty group; shapes added to its collection grow it.</summary>
     IGroupShape AddGroupShape();
 
+    /// <summary>
+    /// Adds a table at (x, y) with one column per width and one row per height (points), its
+    /// cells empty, styled as editors start one (Medium Style 2 - Accent 1, header row, banded rows).
+    /// </summary>
+    ITable AddTable(float x, float y, double[] columnWidths, double[] rowHeights);
+
     /// <summary>Adds a copy of a shape (of this or another slide or presentation) in front of the others.</summary>
     IShape AddClone(IShape sourceShape);
 
@@ -84,6 +90,17 @@ public sealed partial class ShapeCollection : IShapeCollection
         var group = ShapeFactory.Group(NextId(), $"Group {NextId() - 1}");
         Insert(group, Count);
         return (IGroupShape)Make(group)!;
+    }
+
+    public ITable AddTable(float x, float y, double[] columnWidths, double[] rowHeights)
+    {
+        var widths = TableCells.Lengths(columnWidths, nameof(columnWidths), "ShapeCollection.AddTable");
+        var heights = TableCells.Lengths(rowHeights, nameof(rowHeights), "ShapeCollection.AddTable");
+        uint id = NextId();
+        var table = (Table)Append(TableCells.Frame(id, $"Table {id - 1}", widths, heights), x, y,
+            Emu.ToPoints(widths.Sum()), Emu.ToPoints(heights.Sum()));
+        table.FitFrame();
+        return table;
     }
 
     public IShape AddClone(IShape sourceShape) => InsertClone(Count, sourceShape);
@@ -251,7 +268,9 @@ public sealed partial class ShapeCollection : IShapeCollection
         "pic" => _slide.Owner.ElementView(element, () => new PictureFrame(_slide, element)),
         "cxnSp" => _slide.Owner.ElementView(element, () => new Connector(_slide, element)),
         "grpSp" => _slide.Owner.ElementView(element, () => new GroupShape(_slide, element)),
-        "graphicFrame" => _slide.Owner.ElementView(element, () => new GraphicalObject(_slide, element)),
+        "graphicFrame" => TableCells.TableOf(element) != null
+            ? _slide.Owner.ElementView(element, () => new Table(_slide, element))
+            : _slide.Owner.ElementView(element, () => new GraphicalObject(_slide, element)),
         "contentPart" => _slide.Owner.ElementView(element, () => new Ink.Ink(_slide, element)),
         _ => null,
     };
