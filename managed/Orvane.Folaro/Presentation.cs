@@ -362,7 +362,9 @@ public sealed class Presentation : IPresentation
                 // Parse the main part and the slide-like parts now, so that a broken one fails
                 // here, naming the part, and not on first use.
                 _ = part.Presentation ?? throw new PptxReadException($"{origin}: the presentation part is empty");
-                if (!generated)
+                if (generated)
+                    PresentationTemplate.Stamp(doc);
+                else
                     CheckParts(part, origin);
                 var format = SaveFormats.SourceOf(doc.DocumentType);
                 CheckExpected(options.LoadFormat, format, origin);

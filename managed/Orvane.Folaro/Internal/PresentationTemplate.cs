@@ -1,3 +1,4 @@
+using System;
 using System.IO;
 using System.Linq;
 using System.Text;
@@ -20,7 +21,23 @@ internal static class PresentationTemplate
         "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\" " +
         "xmlns:p=\"http://schemas.openxmlformats.org/presentationml/2006/main\"";
 
+    // Building the package costs more than copying it, so it is built once per process; every
+    // new deck starts from a copy and gets its own document properties when it is opened.
+    private static readonly Lazy<byte[]> Package = new(Build);
+
     internal static MemoryStream Create()
+    {
+        var bytes = Package.Value;
+        var stream = new MemoryStream(bytes.Length + 4096);
+        stream.Write(bytes);
+        stream.Position = 0;
+        return stream;
+    }
+
+    /// <summary>Gives an opened copy of the template its core properties, created now.</summary>
+    internal static void Stamp(PresentationDocument doc) => CoreProperties.WriteNew(doc.AddCoreFilePropertiesPart());
+
+    private static byte[] Build()
     {
         var stream = new MemoryStream();
         using (var doc = PresentationDocument.Create(stream, PresentationDocumentType.Presentation))
@@ -49,16 +66,13 @@ internal static class PresentationTemplate
                 "<a:tblStyleLst xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" def=\"{5C22544A-7EE6-4342-B048-85BDC9FD1C3A}\"/>");
             Feed(pres, PresentationXml());
 
-            var core = doc.AddCoreFilePropertiesPart();
-            CoreProperties.WriteNew(core);
             var app = doc.AddExtendedFilePropertiesPart();
             Feed(app,
                 "<Properties xmlns=\"http://schemas.openxmlformats.org/officeDocument/2006/extended-properties\" " +
                 "xmlns:vt=\"http://schemas.openxmlformats.org/officeDocument/2006/docPropsVTypes\">" +
                 $"<Application>{BuildVersionInfo.Product}</Application><Slides>0</Slides><AppVersion>00.0001</AppVersion></Properties>");
         }
-        stream.Position = 0;
-        return stream;
+        return stream.ToArray();
     }
 
     internal static void Feed(OpenXmlPart part, string xml)
