@@ -175,11 +175,11 @@ public sealed class Presentation : IPresentation
 
     public IDocumentProperties DocumentProperties => new DocumentProperties(this);
 
-    public IImageCollection Images => throw Later("Images", "the image collection");
+    public IImageCollection Images => new ImageCollection(MediaStore.Of(Document));
 
-    public IAudioCollection Audios => throw Later("Audios", "the audio collection");
+    public IAudioCollection Audios => new AudioCollection(MediaStore.Of(Document));
 
-    public IVideoCollection Videos => throw Later("Videos", "the video collection");
+    public IVideoCollection Videos => new VideoCollection(MediaStore.Of(Document));
 
     public IDigitalSignatureCollection DigitalSignatures => throw Later("DigitalSignatures", "digital signatures");
 

@@ -4,20 +4,6 @@ using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Effects;
 
-/// <summary>Where a shadow sits against its shape's box.</summary>
-public enum RectangleAlignment
-{
-    TopLeft,
-    Top,
-    TopRight,
-    Left,
-    Center,
-    Right,
-    BottomLeft,
-    Bottom,
-    BottomRight,
-}
-
 // Reads and writes of effect attributes in EMU, 1/60,000 degree and 1/100,000 units.
 internal static class EffectValues
 {

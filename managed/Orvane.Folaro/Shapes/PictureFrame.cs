@@ -1,17 +1,50 @@
+using System;
+using System.Linq;
 using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
-/// <summary>A picture (a p:pic element).</summary>
+/// <summary>A picture (a p:pic element): an image in a preset geometry, cropped, stretched or tiled.</summary>
 public interface IPictureFrame : IShape
 {
+    /// <summary>The picture, its crop and how it fills the frame.</summary>
+    IPictureFillFormat PictureFormat { get; }
+
+    /// <summary>The geometry the picture is clipped to (Rect unless set).</summary>
+    ShapeType ShapeType { get; set; }
+
     IShape AsIShape { get; }
 }
 
-public sealed class PictureFrame : Shape, IPictureFrame
+/// <summary>A picture frame; audio and video frames are picture frames that show a poster image.</summary>
+public class PictureFrame : Shape, IPictureFrame
 {
-    internal PictureFrame(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
+    private protected PictureFrame(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
     {
+    }
+
+    /// <summary>The view of a p:pic element: an audio or video frame when it holds media, else a picture frame.</summary>
+    internal static PictureFrame Create(BaseSlide slide, OpenXmlCompositeElement element) => MediaFrames.KindOf(element) switch
+    {
+        "audioFile" or "wavAudioFile" or "audioCd" => new AudioFrame(slide, element),
+        "videoFile" or "quickTimeFile" => new VideoFrame(slide, element),
+        _ => new PictureFrame(slide, element),
+    };
+
+    public IPictureFillFormat PictureFormat => new PictureFillFormat(create =>
+        Element.ChildElements.FirstOrDefault(c => c.LocalName == "blipFill")
+            ?? (create ? throw new PptxEditException($"{Context.Where}: the picture has no picture fill") : null), Context);
+
+    public ShapeType ShapeType
+    {
+        get => GeometryAccess.TypeOf(Element);
+        set
+        {
+            if (value < 0 || !Enum.IsDefined(value))
+                throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFrame.ShapeType must be a preset geometry");
+            GeometryAccess.SetType(Element, value, SlideView.Where);
+        }
     }
 
     IShape IPictureFrame.AsIShape => this;

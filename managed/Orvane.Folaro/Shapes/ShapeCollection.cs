@@ -31,6 +31,21 @@ public interface IShapeCollection : IEnumerable<IShape>
     /// </summary>
     ITable AddTable(float x, float y, double[] columnWidths, double[] rowHeights);
 
+    /// <summary>Adds a picture of an image of the presentation (one of another is copied in), clipped to a preset geometry and stretched over the frame.</summary>
+    IPictureFrame AddPictureFrame(ShapeType shapeType, float x, float y, float width, float height, IPPImage image);
+
+    /// <summary>Adds a sound stored in the presentation, shown as an icon.</summary>
+    IAudioFrame AddAudioFrameEmbedded(float x, float y, float width, float height, IAudio audio);
+
+    /// <summary>Adds a sound linked by path or URL, shown as an icon.</summary>
+    IAudioFrame AddAudioFrameLinked(float x, float y, float width, float height, string fname);
+
+    /// <summary>Adds a video stored in the presentation, shown by a plain poster frame until one is set.</summary>
+    IVideoFrame AddVideoFrame(float x, float y, float width, float height, IVideo video);
+
+    /// <summary>Adds a video linked by path or URL.</summary>
+    IVideoFrame AddVideoFrame(float x, float y, float width, float height, string fname);
+
     /// <summary>Adds a copy of a shape (of this or another slide or presentation) in front of the others.</summary>
     IShape AddClone(IShape sourceShape);
 
@@ -101,6 +116,43 @@ public sealed partial class ShapeCollection : IShapeCollection
             Emu.ToPoints(widths.Sum()), Emu.ToPoints(heights.Sum()));
         table.FitFrame();
         return table;
+    }
+
+    public IPictureFrame AddPictureFrame(ShapeType shapeType, float x, float y, float width, float height, IPPImage image)
+    {
+        ArgumentNullException.ThrowIfNull(image);
+        string preset = PresetGeometries.PresetName(Known(shapeType, nameof(AddPictureFrame)));
+        uint id = NextId();
+        return AddPicture(MediaFrames.NewPicture(id, $"Picture {id - 1}", preset, null), x, y, width, height,
+            f => f.PictureFormat.Picture.Image = image);
+    }
+
+    public IAudioFrame AddAudioFrameEmbedded(float x, float y, float width, float height, IAudio audio)
+    {
+        ArgumentNullException.ThrowIfNull(audio);
+        return AddPicture<AudioFrame>(NewMediaFrame(audio: true), x, y, width, height,
+            f => f.EmbeddedAudio = audio);
+    }
+
+    public IAudioFrame AddAudioFrameLinked(float x, float y, float width, float height, string fname)
+    {
+        ArgumentNullException.ThrowIfNull(fname);
+        return AddPicture<AudioFrame>(NewMediaFrame(audio: true), x, y, width, height,
+            f => f.LinkPathLong = fname);
+    }
+
+    public IVideoFrame AddVideoFrame(float x, float y, float width, float height, IVideo video)
+    {
+        ArgumentNullException.ThrowIfNull(video);
+        return AddPicture<VideoFrame>(NewMediaFrame(audio: false), x, y, width, height,
+            f => f.EmbeddedVideo = video);
+    }
+
+    public IVideoFrame AddVideoFrame(float x, float y, float width, float height, string fname)
+    {
+        ArgumentNullException.ThrowIfNull(fname);
+        return AddPicture<VideoFrame>(NewMediaFrame(audio: false), x, y, width, height,
+            f => f.LinkPathLong = fname);
     }
 
     public IShape AddClone(IShape sourceShape) => InsertClone(Count, sourceShape);
@@ -175,6 +227,35 @@ public sealed partial class ShapeCollection : IShapeCollection
         Grow();
         return shape;
     }
+
+    // A picture or media frame is placed, then given its picture and media; a failure there takes it out again.
+    private T AddPicture<T>(OpenXmlCompositeElement element, float x, float y, float width, float height, Action<T> fill) where T : PictureFrame
+    {
+        var frame = (T)Append(element, x, y, width, height);
+        try
+        {
+            fill(frame);
+            if (frame is not (AudioFrame or VideoFrame))
+                return frame;
+            frame.PictureFormat.Picture.Image = MediaStore.Of(_slide.PartBase).AddImage(MediaFrames.DefaultPoster(frame is AudioFrame), "poster");
+        }
+        catch
+        {
+            element.Remove();
+            Grow();
+            throw;
+        }
+        return frame;
+    }
+
+    private OpenXmlCompositeElement NewMediaFrame(bool audio)
+    {
+        uint id = NextId();
+        return MediaFrames.NewMediaFrame(id, $"{(audio ? "Audio" : "Video")} {id - 1}", audio);
+    }
+
+    private IPictureFrame AddPicture(OpenXmlCompositeElement element, float x, float y, float width, float height, Action<PictureFrame> fill) =>
+        AddPicture<PictureFrame>(element, x, y, width, height, fill);
 
     // Places a node so that it becomes the shape at this index (the header elements of a
     // tree — its own non-visual and group properties — stay first, an extension list last).
@@ -265,7 +346,7 @@ public sealed partial class ShapeCollection : IShapeCollection
     private IShape? Make(OpenXmlCompositeElement element) => element.LocalName switch
     {
         "sp" => _slide.Owner.ElementView(element, () => new AutoShape(_slide, element)),
-        "pic" => _slide.Owner.ElementView(element, () => new PictureFrame(_slide, element)),
+        "pic" => _slide.Owner.ElementView(element, () => PictureFrame.Create(_slide, element)),
         "cxnSp" => _slide.Owner.ElementView(element, () => new Connector(_slide, element)),
         "grpSp" => _slide.Owner.ElementView(element, () => new GroupShape(_slide, element)),
         "graphicFrame" => TableCells.TableOf(element) != null

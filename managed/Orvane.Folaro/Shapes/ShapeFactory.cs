@@ -112,14 +112,17 @@ internal static class ShapeFactory
             return target.AddHyperlinkRelationship(link.Uri, link.IsExternal).Id;
         if (source.ExternalRelationships.FirstOrDefault(e => e.Id == id) is { } ext)
             return target.AddExternalRelationship(ext.RelationshipType, ext.Uri).Id;
-        if (source.DataPartReferenceRelationships.FirstOrDefault(d => d.Id == id) is { } data && target is SlidePart slide
-            && ReferenceEquals(data.DataPart.OpenXmlPackage, target.OpenXmlPackage))
+        if (source.DataPartReferenceRelationships.FirstOrDefault(d => d.Id == id) is { DataPart: MediaDataPart sourceMedia } data && target is SlidePart slide)
         {
+            // Media of another package is copied in, once per content.
+            var media = ReferenceEquals(sourceMedia.OpenXmlPackage, target.OpenXmlPackage)
+                ? sourceMedia
+                : MediaStore.Of(target.OpenXmlPackage).AddMedia(MediaStore.Read(sourceMedia.GetStream(System.IO.FileMode.Open, System.IO.FileAccess.Read)), sourceMedia.ContentType);
             return data switch
             {
-                AudioReferenceRelationship => slide.AddAudioReferenceRelationship((MediaDataPart)data.DataPart).Id,
-                VideoReferenceRelationship => slide.AddVideoReferenceRelationship((MediaDataPart)data.DataPart).Id,
-                _ => slide.AddMediaReferenceRelationship((MediaDataPart)data.DataPart).Id,
+                AudioReferenceRelationship => slide.AddAudioReferenceRelationship(media).Id,
+                VideoReferenceRelationship => slide.AddVideoReferenceRelationship(media).Id,
+                _ => slide.AddMediaReferenceRelationship(media).Id,
             };
         }
         return null;

@@ -40,8 +40,11 @@ public interface IBulletFormat
     /// <summary>The picture of a picture bullet; empty when the bullet is not one.</summary>
     byte[] PictureData { get; }
 
-    /// <summary>Makes a picture bullet from image bytes (PNG, JPEG, GIF, BMP or TIFF).</summary>
+    /// <summary>Makes a picture bullet from image bytes (PNG, JPEG, GIF, BMP, TIFF or SVG).</summary>
     void SetPicture(byte[] imageData);
+
+    /// <summary>Makes a picture bullet of an image of the presentation (one of another is copied in).</summary>
+    void SetPicture(IPPImage image);
 }
 
 public sealed class BulletFormat : IBulletFormat
@@ -190,9 +193,15 @@ public sealed class BulletFormat : IBulletFormat
     {
         ArgumentNullException.ThrowIfNull(imageData);
         var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a bullet picture");
-        string id = ImageParts.Relate(part, imageData, "BulletFormat.SetPicture");
+        SetPicture(MediaStore.Of(part).AddImage(imageData, "BulletFormat.SetPicture"));
+    }
+
+    public void SetPicture(IPPImage image)
+    {
+        ArgumentNullException.ThrowIfNull(image);
+        var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a bullet picture");
         var blip = new A.Blip();
-        blip.SetAttribute(new OpenXmlAttribute("r", "embed", R, id));
+        MediaStore.Of(part).SetBlip(blip, part, image, "BulletFormat.SetPicture");
         Store(new A.PictureBullet(blip));
     }
 

@@ -71,7 +71,7 @@ public class ApiShapeTests
     public void PublicModelClassesImplementTheirInterfaceAndAreSealedUnlessBases()
     {
         var types = typeof(Presentation).Assembly.GetExportedTypes();
-        var bases = new[] { typeof(BaseSlide), typeof(Shape), typeof(GeometryShape), typeof(GraphicalObject), typeof(Export.SaveOptions), typeof(PptxReadException) };
+        var bases = new[] { typeof(BaseSlide), typeof(Shape), typeof(GeometryShape), typeof(GraphicalObject), typeof(PictureFrame), typeof(Export.SaveOptions), typeof(PptxReadException) };
         foreach (var type in types.Where(t => t.IsClass && !(t.IsAbstract && t.IsSealed) && !typeof(Exception).IsAssignableFrom(t)))
         {
             var iface = types.FirstOrDefault(i => i.IsInterface && i.Name == "I" + type.Name);

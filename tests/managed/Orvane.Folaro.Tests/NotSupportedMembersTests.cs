@@ -15,11 +15,9 @@ public class NotSupportedMembersTests
 {
     private static readonly string[] Expected =
     {
-        "Presentation.GetAudios()",
         "Presentation.GetDefaultTextStyle()",
         "Presentation.GetDigitalSignatures()",
         "Presentation.GetFontsManager()",
-        "Presentation.GetImages()",
         "Presentation.GetMasterHandoutSlideManager()",
         "Presentation.GetMasterNotesSlideManager()",
         "Presentation.GetThumbnails(INotesCommentsLayoutingOptions)",
@@ -34,7 +32,6 @@ public class NotSupportedMembersTests
         "Presentation.GetThumbnails(IRenderingOptions, Int32[], Size)",
         "Presentation.GetThumbnails(IRenderingOptions, Single, Single)",
         "Presentation.GetThumbnails(IRenderingOptions, Size)",
-        "Presentation.GetVideos()",
         "Presentation.Print()",
         "Presentation.Print(PrinterSettings)",
         "Presentation.Print(PrinterSettings, String)",

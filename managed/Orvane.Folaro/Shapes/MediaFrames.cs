@@ -1,0 +1,89 @@
+using System;
+using System.Linq;
+using DocumentFormat.OpenXml;
+using DocumentFormat.OpenXml.Packaging;
+using Orvane.Folaro.Internal;
+
+namespace Orvane.Folaro;
+
+/// <summary>A sound on a slide: a picture (its icon) that plays an embedded or linked sound.</summary>
+public interface IAudioFrame : IPictureFrame
+{
+    /// <summary>The embedded sound; null for a linked one. Setting embeds the sound in place of the old one.</summary>
+    IAudio? EmbeddedAudio { get; set; }
+
+    /// <summary>The path or URL of a linked sound; empty for an embedded one. Setting links the frame to it.</summary>
+    string LinkPathLong { get; set; }
+
+    IPictureFrame AsIPictureFrame { get; }
+}
+
+/// <summary>A video on a slide: a picture (its poster frame) that plays an embedded or linked video.</summary>
+public interface IVideoFrame : IPictureFrame
+{
+    /// <summary>The embedded video; null for a linked one. Setting embeds the video in place of the old one.</summary>
+    IVideo? EmbeddedVideo { get; set; }
+
+    /// <summary>The path or URL of a linked video; empty for an embedded one. Setting links the frame to it.</summary>
+    string LinkPathLong { get; set; }
+
+    IPictureFrame AsIPictureFrame { get; }
+}
+
+public sealed class AudioFrame : PictureFrame, IAudioFrame
+{
+    internal AudioFrame(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
+    {
+    }
+
+    public IAudio? EmbeddedAudio
+    {
+        get => MediaFrames.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            var store = MediaStore.Of(SlideView.PartBase);
+            var part = value is Audio own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
+                ? own.Part
+                : (MediaDataPart)((Audio)new AudioCollection(store).AddAudio(value.BinaryData)).Part;
+            MediaFrames.Embed(Element, SlideView.PartBase, part, audio: true, Context.Where);
+        }
+    }
+
+    public string LinkPathLong
+    {
+        get => MediaFrames.Link(Element, SlideView.PartBase);
+        set => MediaFrames.SetLink(Element, SlideView.PartBase, value, audio: true, Context.Where);
+    }
+
+    IPictureFrame IAudioFrame.AsIPictureFrame => this;
+}
+
+public sealed class VideoFrame : PictureFrame, IVideoFrame
+{
+    internal VideoFrame(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
+    {
+    }
+
+    public IVideo? EmbeddedVideo
+    {
+        get => MediaFrames.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        set
+        {
+            ArgumentNullException.ThrowIfNull(value);
+            var store = MediaStore.Of(SlideView.PartBase);
+            var part = value is Video own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
+                ? own.Part
+                : (MediaDataPart)((Video)new VideoCollection(store).AddVideo(value.BinaryData)).Part;
+            MediaFrames.Embed(Element, SlideView.PartBase, part, audio: false, Context.Where);
+        }
+    }
+
+    public string LinkPathLong
+    {
+        get => MediaFrames.Link(Element, SlideView.PartBase);
+        set => MediaFrames.SetLink(Element, SlideView.PartBase, value, audio: false, Context.Where);
+    }
+
+    IPictureFrame IVideoFrame.AsIPictureFrame => this;
+}
