@@ -76,3 +76,19 @@ class StageCopy:
 
     def close(self):
         shutil.rmtree(self.root, ignore_errors=True)
+
+
+def png_bytes(width=8, height=6, seed=0):
+    """A small RGB PNG made with the standard library; seed changes the pixels."""
+    import struct
+    import zlib
+    rows = b"".join(
+        b"\x00" + bytes(c for x in range(width) for c in ((x * 31 + seed) % 256, (y * 47) % 256, 128))
+        for y in range(height))
+
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    header = struct.pack(">IIBBBBB", width, height, 8, 2, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows))
+            + chunk(b"IEND", b""))
