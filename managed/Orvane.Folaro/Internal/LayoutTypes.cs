@@ -1,5 +1,8 @@
 using System.Collections.Generic;
 using System.Linq;
+using System.IO;
+using System.Xml;
+using DocumentFormat.OpenXml.Packaging;
 using DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro.Internal;
@@ -31,11 +34,20 @@ internal static class LayoutTypes
         ByXml.First(pair => pair.Value == type).Key;
 
     // An absent attribute means "cust".
-    internal static SlideLayoutType FromXml(SlideLayoutValues? value)
+    internal static SlideLayoutType FromXml(SlideLayoutValues? value) =>
+        value is { } v ? FromXml(((DocumentFormat.OpenXml.IEnumValue)v).Value) : SlideLayoutType.Custom;
+
+    private static SlideLayoutType FromXml(string? text) =>
+        text != null && ByXml.TryGetValue(text, out var type) ? type : SlideLayoutType.Custom;
+
+    // The type of a layout. Looking a layout up by type should not parse every layout of the
+    // deck, so a part not parsed yet is read only as far as its root element's attributes.
+    internal static SlideLayoutType Of(SlideLayoutPart part)
     {
-        if (value is not { } v)
-            return SlideLayoutType.Custom;
-        var text = ((DocumentFormat.OpenXml.IEnumValue)v).Value;
-        return ByXml.TryGetValue(text, out var type) ? type : SlideLayoutType.Custom;
+        if (part.IsRootElementLoaded)
+            return FromXml(part.SlideLayout.Type?.Value);
+        using var stream = part.GetStream(FileMode.Open, FileAccess.Read);
+        using var reader = XmlReader.Create(stream, new XmlReaderSettings { DtdProcessing = DtdProcessing.Prohibit, XmlResolver = null });
+        return reader.MoveToContent() == XmlNodeType.Element ? FromXml(reader.GetAttribute("type")) : SlideLayoutType.Custom;
     }
 }

@@ -205,10 +205,29 @@ public sealed partial class ShapeCollection : IShapeCollection
     private void CheckWritable() => _ = Tree;
 
     // Shape ids are unique within the slide, groups included.
-    private uint NextId() =>
-        (_slide.ShapeTree?.Descendants().Where(e => e.LocalName == "cNvPr")
-            .Select(e => uint.TryParse(e.GetAttribute("id", string.Empty).Value, out var id) ? id : 0u)
-            .DefaultIfEmpty(1u).Max() ?? 1u) + 1;
+    private uint NextId() => (_slide.ShapeTree is { } tree ? MaxId(tree, 1u) : 1u) + 1;
+
+    // The ids sit on the cNvPr of each shape's non-visual properties. The walk goes through
+    // shapes, groups and markup-compatibility wrappers only, not through text and tables.
+    private static uint MaxId(OpenXmlElement element, uint max)
+    {
+        foreach (var child in element.ChildElements)
+        {
+            string name = child.LocalName;
+            if (name == "cNvPr")
+            {
+                if (uint.TryParse(child.GetAttribute("id", string.Empty).Value, out var id) && id > max)
+                    max = id;
+            }
+            else if (name is "sp" or "grpSp" or "pic" or "cxnSp" or "graphicFrame" or "contentPart"
+                         or "AlternateContent" or "Choice" or "Fallback"
+                     || (name.StartsWith("nv", StringComparison.Ordinal) && name.EndsWith("Pr", StringComparison.Ordinal)))
+            {
+                max = MaxId(child, max);
+            }
+        }
+        return max;
+    }
 
     private IShape Append(OpenXmlCompositeElement element, float x, float y, float width, float height)
     {

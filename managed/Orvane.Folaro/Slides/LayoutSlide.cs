@@ -36,7 +36,7 @@ public sealed class LayoutSlide : BaseSlide, ILayoutSlide
             .FirstOrDefault(l => l.RelationshipId?.Value is { } id && _master.Part.TryGetPartById(id, out var p) && ReferenceEquals(p, Part))
             ?.Id?.Value ?? 0;
 
-    public SlideLayoutType LayoutType => LayoutTypes.FromXml(Part.SlideLayout.Type?.Value);
+    public SlideLayoutType LayoutType => LayoutTypes.Of(Part);
 
     public IMasterSlide MasterSlide => _master;
 

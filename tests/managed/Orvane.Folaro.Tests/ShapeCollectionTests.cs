@@ -174,4 +174,19 @@ public class ShapeCollectionTests
         Assert.Null(added.Placeholder);
         Assert.Equal(Direction.Horizontal, slide.Shapes[0].Placeholder!.Orientation);
     }
+    // A new shape's id is above every id on the slide: shapes inside groups, and (for the
+    // ids the walk must not miss) anything else in the tree that carries a cNvPr.
+    [Theory]
+    [InlineData("python-pptx/shp-groupshape.pptx")]
+    [InlineData("poi/2411-Performance_Up.pptx")]
+    public void NewShapeIdsAreAboveEveryIdOnTheSlide(string deck)
+    {
+        using IPresentation pres = new Presentation(TestFiles.CorpusFile(deck));
+        foreach (var slide in pres.Slides)
+        {
+            uint max = ((Slide)slide).Part.Slide.Descendants().Where(e => e.LocalName == "cNvPr")
+                .Select(e => uint.Parse(e.GetAttribute("id", "").Value!)).DefaultIfEmpty(1u).Max();
+            Assert.Equal(max + 1, slide.Shapes.AddAutoShape(ShapeType.Rect, 0, 0, 10, 10).UniqueId);
+        }
+    }
 }
