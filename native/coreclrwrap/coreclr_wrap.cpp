@@ -109,6 +109,19 @@ extern "C" int coreclr_wrap_load(const char* libcoreclr_path) {
     return 1;
 }
 
+namespace {
+
+struct RuntimeSetting {
+    const char* key;
+    const char* value;
+};
+
+const RuntimeSetting kRuntimeDefaults[] = {
+    {"System.Runtime.TieredPGO", "false"},
+};
+
+}  // namespace
+
 extern "C" int coreclr_wrap_initialize(const char* exe_path, const char* domain_name, int count,
                                        const char** keys, const char** values) {
     WrapState& s = state();
@@ -157,6 +170,19 @@ extern "C" int coreclr_wrap_initialize(const char* exe_path, const char* domain_
     if (!has_native_dirs) {
         s.keys.emplace_back(kNativeDirsKey);
         s.values.push_back(s.framework_dir);
+    }
+    // Runtime settings of the embedded runtime, unless the caller gives its own (a DOTNET_*
+    // variable of the same setting still wins). Profile-guided tiering first re-compiles hot
+    // precompiled methods with instrumentation and only later optimises them; a Python
+    // program drives short bursts of calls, so it mostly pays for the instrumented code.
+    for (const auto& setting : kRuntimeDefaults) {
+        bool given = false;
+        for (int i = 0; i < count && !given; ++i)
+            given = std::strcmp(keys[i], setting.key) == 0;
+        if (!given) {
+            s.keys.emplace_back(setting.key);
+            s.values.emplace_back(setting.value);
+        }
     }
 
     std::vector<const char*> key_ptrs;

@@ -61,6 +61,8 @@ int run_call(HostEnvironment& host) {
     CHECK(host.is_ready());
     auto add = bind_entry<int32_t (*)(int32_t, int32_t)>(host, "Add");
     std::printf("add=%d\n", add(2, 40));
+    auto pgo = bind_entry<int32_t (*)()>(host, "TieredPgoSetting");
+    std::printf("tiered_pgo=%d\n", pgo());
 
     ExchangeHost* exchange = ExchangeHost::get_instance();
     CHECK(exchange->initialize(kAssembly));

@@ -100,6 +100,7 @@ TEST(Hosting, CallsManagedCodeThroughBothHostsAndExitsCleanly) {
     // Tracing is off: the driver's own lines and nothing else.
     EXPECT_EQ(run.out,
               "add=42\n"
+              "tiered_pgo=0\n"
               "type=HostFixture.Sample\n"
               "null_type=[]\n"
               "hash=8\n"
