@@ -38,9 +38,12 @@ public sealed class ProtectionManager : IProtectionManager
     {
         for (var element = _owner.Root.LastChild; element != null; element = element.PreviousSibling())
         {
-            if (element is P.ModificationVerifier verifier)
-                return verifier;
-            if (element is not (P.PresentationExtensionList or OpenXmlUnknownElement or OpenXmlMiscNode or AlternateContent))
+            // Exact type compares: each is one load, where a class test walks the hierarchy.
+            var type = element.GetType();
+            if (type == typeof(P.ModificationVerifier))
+                return (P.ModificationVerifier)element;
+            if (type != typeof(P.PresentationExtensionList) && type != typeof(OpenXmlUnknownElement)
+                && type != typeof(OpenXmlMiscNode) && type != typeof(AlternateContent))
                 return null;
         }
         return null;
