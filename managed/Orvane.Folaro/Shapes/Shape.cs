@@ -135,7 +135,7 @@ public abstract class Shape : IShape
     internal OpenXmlCompositeElement Element { get; }
 
     /// <summary>The part and place of this shape, for the formats that view its elements.</summary>
-    internal FormatContext Context => new(SlideView.PartBase, $"{SlideView.Where}, shape '{Name}'") { Owner = SlideView.Owner };
+    internal FormatContext Context => new(SlideView.PartBase, () => $"{SlideView.Where}, shape '{Name}'") { Owner = SlideView.Owner };
 
     // spPr (or a group's grpSpPr); shapes without one (graphic frames, ink) have none to make.
     private OpenXmlElement? ShapePropertiesSlot(bool create) =>

@@ -197,7 +197,7 @@ public sealed class Cell : ICell
     }
 
     private FormatContext Context() =>
-        new(TableView.SlideView.PartBase, $"{TableView.Where}, cell (row {RowIndex()}, column {ColumnIndex()})");
+        new(TableView.SlideView.PartBase, () => $"{TableView.Where}, cell (row {RowIndex()}, column {ColumnIndex()})");
 
     // --- splitting -------------------------------------------------------------------
 
