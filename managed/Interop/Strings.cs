@@ -7,7 +7,16 @@ namespace Orvane.WrpGen.Interop
     public static unsafe class Strings
     {
         /// <summary>Decodes a Python string's storage (1, 2 or 4 bytes a character); null for None.</summary>
+        [System.Runtime.CompilerServices.MethodImpl(System.Runtime.CompilerServices.MethodImplOptions.AggressiveInlining)]
         public static string? FromArg(PyStringArg* arg)
+        {
+            // Most arguments are short Latin-1 names and keys; that case is inlined into the entries.
+            if (arg != null && arg->CharSize == 1 && (uint)(arg->Length - 1) < 32u)
+                return WidenShort((byte*)arg->Data, arg->Length);
+            return Decode(arg);
+        }
+
+        private static string? Decode(PyStringArg* arg)
         {
             if (arg == null || arg->Length < 0)
                 return null;
