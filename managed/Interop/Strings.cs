@@ -36,9 +36,41 @@ namespace Orvane.WrpGen.Interop
             }
         }
 
-        // Most arguments are short names and keys: widening them in a plain loop
-        // costs less than setting up the encoder.
+        // Most arguments are short names and keys, and programs pass the same ones again and
+        // again: a small table of recent strings, picked by length and end characters, gives
+        // back an equal string without allocating one. Strings are immutable and a table slot
+        // is written whole, so threads may share it without a lock (a lost write only misses).
+        private const int RecentSlots = 256;
+        private const int RecentMaxLength = 16;
+        private static readonly string?[] Recent = new string?[RecentSlots];
+
         private static string WidenShort(byte* data, int length)
+        {
+            if (length <= RecentMaxLength)
+            {
+                int slot = (length * 31 + data[0] * 7 + data[length - 1]) & (RecentSlots - 1);
+                string? known = Recent[slot];
+                if (known != null && SameLatin1(known, data, length))
+                    return known;
+                string made = Widen(data, length);
+                Recent[slot] = made;
+                return made;
+            }
+            return Widen(data, length);
+        }
+
+        private static bool SameLatin1(string text, byte* data, int length)
+        {
+            if (text.Length != length)
+                return false;
+            for (int i = 0; i < length; i++)
+                if (text[i] != data[i])
+                    return false;
+            return true;
+        }
+
+        // Widening in a plain loop costs less than setting up the encoder for short text.
+        private static string Widen(byte* data, int length)
         {
             string text = new string('\0', length);
             fixed (char* target = text)
