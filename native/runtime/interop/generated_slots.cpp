@@ -63,18 +63,12 @@ PyObject* all_items(PyObject* self, const PyShlCollectionSlots* slots)
     Py_ssize_t length = wrpPye_bltp_coll_sq_length(self, slots);
     if (length < 0)
         return nullptr;
-    PyObject* list = PyList_New(length);
-    if (!list)
-        return nullptr;
-    for (Py_ssize_t i = 0; i < length; ++i) {
-        PyObject* item = item_nocheck(self, i, slots);
-        if (!item) {
-            Py_DECREF(list);
-            return nullptr;
-        }
-        PyList_SET_ITEM(list, i, item);
-    }
-    return list;
+    return fn_items_list(
+        self, length,
+        [](PyObject* o, Py_ssize_t i, const void* c) {
+            return item_nocheck(o, i, static_cast<const PyShlCollectionSlots*>(c));
+        },
+        slots);
 }
 
 // Slice assignment: exactly slice_length elements, never growing or shrinking.

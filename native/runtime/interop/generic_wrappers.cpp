@@ -121,18 +121,7 @@ PyObject* all_items(PyObject* self)
     Py_ssize_t n = length(self);
     if (n < 0)
         return nullptr;
-    PyObject* list = PyList_New(n);
-    if (!list)
-        return nullptr;
-    for (Py_ssize_t i = 0; i < n; ++i) {
-        PyObject* item = item_nocheck(self, i);
-        if (!item) {
-            Py_DECREF(list);
-            return nullptr;
-        }
-        PyList_SET_ITEM(list, i, item);
-    }
-    return list;
+    return fn_items_list(self, n, [](PyObject* o, Py_ssize_t i, const void*) { return item_nocheck(o, i); }, nullptr);
 }
 
 PyObject* subscript(PyObject* self, PyObject* key)

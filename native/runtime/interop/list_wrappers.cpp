@@ -286,18 +286,8 @@ struct ListOps {
             return nullptr;
         if (n < 0)
             n = 0;
-        PyObject* result = PyList_New(n);
-        if (!result)
-            return nullptr;
-        for (Py_ssize_t k = 0; k < n; ++k) {
-            PyObject* item = get_item_nocheck(self, k);
-            if (!item) {
-                Py_DECREF(result);
-                return nullptr;
-            }
-            PyList_SET_ITEM(result, k, item);
-        }
-        return result;
+        return fn_items_list(
+            self, n, [](PyObject* o, Py_ssize_t i, const void*) { return get_item_nocheck(o, i); }, nullptr);
     }
 
     static PyObject* concat(PyObject* self, PyObject* other)
@@ -567,35 +557,21 @@ using IListOps = ListOps<PyHost_ph_IList>;
 using ArrListOps = ListOps<PyHost_ph_ArrList>;
 using ArrayOps = ListOps<PyHost_ph_Array>;
 
-PyMethodDef ilist_methods[] = {
-    WRP_METHOD("append", IListOps::append, METH_O),
-    WRP_METHOD("insert", IListOps::insert, METH_VARARGS),
-    WRP_METHOD("extend", IListOps::extend, METH_O),
-    WRP_METHOD("remove", IListOps::remove, METH_O),
-    WRP_METHOD("pop", IListOps::pop, METH_VARARGS),
-    WRP_METHOD("clear", IListOps::clear, METH_NOARGS),
-    WRP_METHOD("index", IListOps::index, METH_VARARGS),
-    WRP_METHOD("count", IListOps::count, METH_O),
-    WRP_METHOD("contains", IListOps::contains_method, METH_O),
-    WRP_METHOD("sort", IListOps::sort, METH_VARARGS | METH_KEYWORDS),
-    WRP_METHOD("reverse", IListOps::reverse, METH_NOARGS),
-    WRP_METHOD("copy", IListOps::copy, METH_NOARGS),
-    {nullptr, nullptr, 0, nullptr},
-};
-
-PyMethodDef arrlist_methods[] = {
-    WRP_METHOD("extend", ArrListOps::extend, METH_O),
-    WRP_METHOD("append", ArrListOps::append, METH_O),
-    WRP_METHOD("insert", ArrListOps::insert, METH_VARARGS),
-    WRP_METHOD("remove", ArrListOps::remove, METH_O),
-    WRP_METHOD("pop", ArrListOps::pop, METH_VARARGS),
-    WRP_METHOD("clear", ArrListOps::clear, METH_NOARGS),
-    WRP_METHOD("index", ArrListOps::index, METH_VARARGS),
-    WRP_METHOD("count", ArrListOps::count, METH_O),
-    WRP_METHOD("sort", ArrListOps::sort, METH_VARARGS | METH_KEYWORDS),
-    WRP_METHOD("reverse", ArrListOps::reverse, METH_NOARGS),
-    WRP_METHOD("copy", ArrListOps::copy, METH_NOARGS),
-    WRP_METHOD("contains", ArrListOps::contains_method, METH_O),
+// The methods of a resizable list; a fixed-size array has only the read-only ones below.
+template <typename Ops>
+PyMethodDef resizable_methods[] = {
+    WRP_METHOD("append", Ops::append, METH_O),
+    WRP_METHOD("insert", Ops::insert, METH_VARARGS),
+    WRP_METHOD("extend", Ops::extend, METH_O),
+    WRP_METHOD("remove", Ops::remove, METH_O),
+    WRP_METHOD("pop", Ops::pop, METH_VARARGS),
+    WRP_METHOD("clear", Ops::clear, METH_NOARGS),
+    WRP_METHOD("index", Ops::index, METH_VARARGS),
+    WRP_METHOD("count", Ops::count, METH_O),
+    WRP_METHOD("contains", Ops::contains_method, METH_O),
+    WRP_METHOD("sort", Ops::sort, METH_VARARGS | METH_KEYWORDS),
+    WRP_METHOD("reverse", Ops::reverse, METH_NOARGS),
+    WRP_METHOD("copy", Ops::copy, METH_NOARGS),
     {nullptr, nullptr, 0, nullptr},
 };
 
@@ -635,10 +611,10 @@ PyTypeObject make_list_type(const char* name, newfunc tp_new, PyMethodDef* metho
 }  // namespace
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", ilist_tp_new, ilist_methods);
+    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", ilist_tp_new, resizable_methods<IListOps>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", colbase_tp_new, ilist_methods);
+    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", colbase_tp_new, resizable_methods<IListOps>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper =
     make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", array_tp_new, array_methods);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper =
-    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", arrlist_tp_new, arrlist_methods);
+    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", arrlist_tp_new, resizable_methods<ArrListOps>);

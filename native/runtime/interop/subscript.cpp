@@ -35,3 +35,19 @@ PyObject* fn_subscript_sizable(PyObject* self, PyObject* key, Py_ssize_t length,
     PyErr_Format(PyExc_TypeError, "list indices must be integers or slices, not %.200s", Py_TYPE(key)->tp_name);
     return nullptr;
 }
+
+PyObject* fn_items_list(PyObject* self, Py_ssize_t length, fn_item_reader nocheck, const void* context)
+{
+    PyObject* list = PyList_New(length);
+    if (!list)
+        return nullptr;
+    for (Py_ssize_t i = 0; i < length; ++i) {
+        PyObject* item = nocheck(self, i, context);
+        if (!item) {
+            Py_DECREF(list);
+            return nullptr;
+        }
+        PyList_SET_ITEM(list, i, item);
+    }
+    return list;
+}
