@@ -146,42 +146,19 @@ public class EffectiveFillLineTests
     public void EveryCorpusShapesEffectiveFillAndLineRead()
     {
         int shapes = 0;
-        foreach (var deck in TestFiles.CorpusDecks())
+        foreach (var (deck, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
-            {
-                pres = new Presentation(deck);
-            }
-            catch (PptxReadException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                var slides = pres.Slides.Cast<IBaseSlide>().Concat(pres.Masters).Concat(pres.LayoutSlides);
-                foreach (var slide in slides)
-                    foreach (var shape in All(slide.Shapes))
-                    {
-                        var fill = shape.FillFormat.GetEffective();
-                        var line = shape.LineFormat.GetEffective();
-                        _ = (fill.FillType, fill.SolidFillColor, fill.GradientStops.Length, fill.ImageData.Length, line.Width, line.SolidFillColor, line.DashStyle);
-                        Assert.True(line.Width >= 0, $"{Path.GetFileName(deck)}: {shape}");
-                        shapes++;
-                    }
-            }
+            var slides = TestFiles.AllSlides(pres);
+            foreach (var slide in slides)
+                foreach (var shape in TestFiles.AllShapes(slide.Shapes))
+                {
+                    var fill = shape.FillFormat.GetEffective();
+                    var line = shape.LineFormat.GetEffective();
+                    _ = (fill.FillType, fill.SolidFillColor, fill.GradientStops.Length, fill.ImageData.Length, line.Width, line.SolidFillColor, line.DashStyle);
+                    Assert.True(line.Width >= 0, $"{Path.GetFileName(deck)}: {shape}");
+                    shapes++;
+                }
         }
         Assert.True(shapes > 1000, $"only {shapes} shapes read");
-    }
-
-    private static System.Collections.Generic.IEnumerable<IShape> All(IShapeCollection shapes)
-    {
-        foreach (var s in shapes)
-        {
-            yield return s;
-            if (s is IGroupShape g)
-                foreach (var inner in All(g.Shapes))
-                    yield return inner;
-        }
     }
 }

@@ -289,30 +289,18 @@ public class FillLineColorTests
     public void CorpusThemeColoursResolveThroughTheirMasters()
     {
         int resolved = 0;
-        foreach (var deck in TestFiles.CorpusDecks().Take(40))
+        foreach (var (deck, pres) in TestFiles.Loadable(TestFiles.CorpusDecks().Take(40)))
         {
-            IPresentation pres;
-            try
-            {
-                pres = new Presentation(deck);
-            }
-            catch (PptxReadException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                foreach (var slide in pres.Slides)
-                    foreach (var shape in slide.Shapes)
+            foreach (var slide in pres.Slides)
+                foreach (var shape in slide.Shapes)
+                {
+                    var c = shape.FillFormat.SolidFillColor;
+                    if (c.ColorType == ColorType.Scheme && c.SchemeColor is >= SchemeColor.Accent1 and <= SchemeColor.Accent6 && c.ColorOperations.Count == 0)
                     {
-                        var c = shape.FillFormat.SolidFillColor;
-                        if (c.ColorType == ColorType.Scheme && c.SchemeColor is >= SchemeColor.Accent1 and <= SchemeColor.Accent6 && c.ColorOperations.Count == 0)
-                        {
-                            Assert.False(c.Color.IsEmpty, $"{Path.GetFileName(deck)}: {shape} has an unresolved {c.SchemeColor}");
-                            resolved++;
-                        }
+                        Assert.False(c.Color.IsEmpty, $"{Path.GetFileName(deck)}: {shape} has an unresolved {c.SchemeColor}");
+                        resolved++;
                     }
-            }
+                }
         }
         Assert.True(resolved > 0, "no corpus shape has an accent fill");
     }

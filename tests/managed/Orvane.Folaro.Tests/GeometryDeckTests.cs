@@ -150,58 +150,46 @@ public class GeometryDeckTests
     public void EveryCorpusShapeReadsItsGeometryEffectsAndConnections()
     {
         int decks = 0, connectors = 0, groups = 0, custom = 0, effects = 0;
-        foreach (var file in TestFiles.CorpusDecks())
+        foreach (var (file, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
+            decks++;
+            var slides = TestFiles.AllSlides(pres);
+            foreach (var slide in slides)
             {
-                pres = new Presentation(file);
-            }
-            catch (Exception ex) when (ex is PptxReadException or InvalidPasswordException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                decks++;
-                var slides = pres.Slides.Cast<IBaseSlide>().Concat(pres.LayoutSlides).Concat(pres.Masters);
-                foreach (var slide in slides)
+                try
                 {
-                    try
+                    foreach (var shape in TestFiles.AllShapes(slide.Shapes))
                     {
-                        foreach (var shape in All(slide.Shapes))
+                        _ = shape.ConnectionSiteCount;
+                        var frame = shape.Frame.GetEffective();
+                        Assert.True(float.IsFinite(frame.X) && frame.Width >= 0, $"{shape.Name}: {frame}");
+                        var fx = shape.EffectFormat;
+                        if (!fx.IsNoEffects)
+                            effects++;
+                        if (fx.OuterShadowEffect is { } s)
+                            _ = (s.BlurRadius, s.Direction, s.Distance, s.RectangleAlign, s.ScaleHorizontal, s.SkewVertical, s.RotateShadowWithShape, s.ShadowColor.Color);
+                        if (fx.GlowEffect is { } g)
+                            _ = (g.Radius, g.Color.Color);
+                        _ = fx.SoftEdgeEffect?.Radius;
+                        if (shape is IGeometryShape geometry)
                         {
-                            _ = shape.ConnectionSiteCount;
-                            var frame = shape.Frame.GetEffective();
-                            Assert.True(float.IsFinite(frame.X) && frame.Width >= 0, $"{shape.Name}: {frame}");
-                            var fx = shape.EffectFormat;
-                            if (!fx.IsNoEffects)
-                                effects++;
-                            if (fx.OuterShadowEffect is { } s)
-                                _ = (s.BlurRadius, s.Direction, s.Distance, s.RectangleAlign, s.ScaleHorizontal, s.SkewVertical, s.RotateShadowWithShape, s.ShadowColor.Color);
-                            if (fx.GlowEffect is { } g)
-                                _ = (g.Radius, g.Color.Color);
-                            _ = fx.SoftEdgeEffect?.Radius;
-                            if (shape is IGeometryShape geometry)
-                            {
-                                foreach (var path in geometry.GetGeometryPaths())
-                                    Assert.All(path.PathData.SelectMany(p => p.PathPoints), v => Assert.False(float.IsNaN(v)));
-                                if (shape is IAutoShape { ShapeType: ShapeType.Custom })
-                                    custom++;
-                            }
-                            if (shape is IConnector c)
-                            {
-                                connectors++;
-                                _ = (c.StartShapeConnectedTo?.Name, c.EndShapeConnectedTo?.Name, c.StartShapeConnectionSiteIndex, c.EndShapeConnectionSiteIndex);
-                            }
-                            if (shape is IGroupShape)
-                                groups++;
+                            foreach (var path in geometry.GetGeometryPaths())
+                                Assert.All(path.PathData.SelectMany(p => p.PathPoints), v => Assert.False(float.IsNaN(v)));
+                            if (shape is IAutoShape { ShapeType: ShapeType.Custom })
+                                custom++;
                         }
+                        if (shape is IConnector c)
+                        {
+                            connectors++;
+                            _ = (c.StartShapeConnectedTo?.Name, c.EndShapeConnectedTo?.Name, c.StartShapeConnectionSiteIndex, c.EndShapeConnectionSiteIndex);
+                        }
+                        if (shape is IGroupShape)
+                            groups++;
                     }
-                    catch (Exception ex) when (ex is not Xunit.Sdk.XunitException)
-                    {
-                        throw new Exception($"{Path.GetFileName(file)}, {slide}: {ex.Message}", ex);
-                    }
+                }
+                catch (Exception ex) when (ex is not Xunit.Sdk.XunitException)
+                {
+                    throw new Exception($"{Path.GetFileName(file)}, {slide}: {ex.Message}", ex);
                 }
             }
         }
@@ -212,47 +200,24 @@ public class GeometryDeckTests
         }
     }
 
-    private static IEnumerable<IShape> All(IShapeCollection shapes)
-    {
-        foreach (var shape in shapes)
-        {
-            yield return shape;
-            if (shape is IGroupShape group)
-                foreach (var inner in All(group.Shapes))
-                    yield return inner;
-        }
-    }
-
     [Fact]
     public void CorpusConnectorsRerouteOntoTheirShapes()
     {
         int rerouted = 0;
-        foreach (var file in TestFiles.CorpusDecks())
+        foreach (var (file, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
-            {
-                pres = new Presentation(file);
-            }
-            catch (Exception ex) when (ex is PptxReadException or InvalidPasswordException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                foreach (var slide in pres.Slides)
-                    foreach (var c in All(slide.Shapes).OfType<IConnector>().Where(c => c.StartShapeConnectedTo != null && c.EndShapeConnectedTo != null))
-                    {
-                        c.Reroute();
-                        var once = c.Frame;
-                        c.Reroute();
-                        Assert.Equal(once, c.Frame);
-                        Assert.Equal(0f, c.Rotation);
-                        rerouted++;
-                    }
-                var errors = TestFiles.Validate(TestFiles.SaveToBytes(pres)).Except(TestFiles.Validate(File.ReadAllBytes(file))).ToList();
-                Assert.True(errors.Count == 0, $"{Path.GetFileName(file)}: {TestFiles.Describe(errors)}");
-            }
+            foreach (var slide in pres.Slides)
+                foreach (var c in TestFiles.AllShapes(slide.Shapes).OfType<IConnector>().Where(c => c.StartShapeConnectedTo != null && c.EndShapeConnectedTo != null))
+                {
+                    c.Reroute();
+                    var once = c.Frame;
+                    c.Reroute();
+                    Assert.Equal(once, c.Frame);
+                    Assert.Equal(0f, c.Rotation);
+                    rerouted++;
+                }
+            var errors = TestFiles.Validate(TestFiles.SaveToBytes(pres)).Except(TestFiles.Validate(File.ReadAllBytes(file))).ToList();
+            Assert.True(errors.Count == 0, $"{Path.GetFileName(file)}: {TestFiles.Describe(errors)}");
         }
         Assert.True(!TestFiles.HasCorpus || rerouted > 0, "no corpus connector is attached at both ends");
     }

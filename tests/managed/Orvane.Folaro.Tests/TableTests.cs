@@ -429,43 +429,31 @@ public class TableTests
     public void EveryCorpusTableReads()
     {
         int tables = 0, merged = 0;
-        foreach (var deck in TestFiles.CorpusDecks())
+        foreach (var (deck, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
-            {
-                pres = new Presentation(deck);
-            }
-            catch (PptxReadException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                var slides = pres.Slides.Cast<IBaseSlide>().Concat(pres.LayoutSlides).Concat(pres.Masters);
-                foreach (var s in slides)
-                    foreach (var table in Flatten(s.Shapes).OfType<ITable>())
+            var slides = TestFiles.AllSlides(pres);
+            foreach (var s in slides)
+                foreach (var table in TestFiles.AllShapes(s.Shapes).OfType<ITable>())
+                {
+                    tables++;
+                    _ = (table.StylePreset, table.FirstRow, table.LastRow, table.FirstCol, table.LastCol, table.HorizontalBanding, table.VerticalBanding, table.RightToLeft);
+                    Assert.All(table.Columns, c => Assert.True(c.Width >= 0));
+                    foreach (var row in table.Rows)
                     {
-                        tables++;
-                        _ = (table.StylePreset, table.FirstRow, table.LastRow, table.FirstCol, table.LastCol, table.HorizontalBanding, table.VerticalBanding, table.RightToLeft);
-                        Assert.All(table.Columns, c => Assert.True(c.Width >= 0));
-                        foreach (var row in table.Rows)
+                        Assert.True(row.Height >= 0);
+                        foreach (var cell in row)
                         {
-                            Assert.True(row.Height >= 0);
-                            foreach (var cell in row)
-                            {
-                                Assert.InRange(cell.RowSpan, 1, table.Rows.Count);
-                                Assert.InRange(cell.ColSpan, 1, table.Columns.Count);
-                                merged += cell.IsMergedCell ? 1 : 0;
-                                _ = (cell.TextFrame.Text, cell.Width, cell.Height, cell.OffsetX, cell.OffsetY, cell.MarginLeft, cell.MarginBottom, cell.TextAnchorType, cell.TextVerticalType);
-                                _ = (cell.CellFormat.FillFormat.FillType, cell.CellFormat.BorderLeft.Width, cell.CellFormat.BorderDiagonalUp.DashStyle);
-                                foreach (var p in cell.TextFrame.Paragraphs)
-                                    foreach (var portion in p.Portions)
-                                        _ = portion.PortionFormat.GetEffective().FontHeight;
-                            }
+                            Assert.InRange(cell.RowSpan, 1, table.Rows.Count);
+                            Assert.InRange(cell.ColSpan, 1, table.Columns.Count);
+                            merged += cell.IsMergedCell ? 1 : 0;
+                            _ = (cell.TextFrame.Text, cell.Width, cell.Height, cell.OffsetX, cell.OffsetY, cell.MarginLeft, cell.MarginBottom, cell.TextAnchorType, cell.TextVerticalType);
+                            _ = (cell.CellFormat.FillFormat.FillType, cell.CellFormat.BorderLeft.Width, cell.CellFormat.BorderDiagonalUp.DashStyle);
+                            foreach (var p in cell.TextFrame.Paragraphs)
+                                foreach (var portion in p.Portions)
+                                    _ = portion.PortionFormat.GetEffective().FontHeight;
                         }
                     }
-            }
+                }
         }
         Assert.True(tables >= 20, $"only {tables} tables found");
         Assert.True(merged >= 20, $"only {merged} merged cells found");
@@ -482,7 +470,4 @@ public class TableTests
         Assert.Contains(st.Rows.SelectMany(r => r), c => c.RowSpan == 3);
         Assert.Contains(st.Rows.SelectMany(r => r), c => c.ColSpan == 2);
     }
-
-    private static System.Collections.Generic.IEnumerable<IShape> Flatten(System.Collections.Generic.IEnumerable<IShape> shapes) =>
-        shapes.SelectMany(s => s is IGroupShape g ? Flatten(g.Shapes).Prepend(s) : new[] { s });
 }

@@ -39,6 +39,44 @@ internal static class TestFiles
                 .OrderBy(f => f, StringComparer.Ordinal)
             : Enumerable.Empty<string>();
 
+    // The corpus decks the library loads, each open for one step of the loop (the few it
+    // rejects as encrypted or broken are skipped).
+    internal static IEnumerable<(string Path, IPresentation Presentation)> LoadableCorpusDecks() => Loadable(CorpusDecks());
+
+    internal static IEnumerable<(string Path, IPresentation Presentation)> Loadable(IEnumerable<string> decks)
+    {
+        foreach (var deck in decks)
+        {
+            IPresentation pres;
+            try
+            {
+                pres = new Presentation(deck);
+            }
+            catch (PptxReadException)
+            {
+                continue;
+            }
+            using (pres)
+                yield return (deck, pres);
+        }
+    }
+
+    /// <summary>Every slide-like part of a deck: its slides, layouts and masters.</summary>
+    internal static IEnumerable<IBaseSlide> AllSlides(IPresentation pres) =>
+        pres.Slides.Cast<IBaseSlide>().Concat(pres.LayoutSlides).Concat(pres.Masters);
+
+    /// <summary>The shapes of a collection and, depth first, those inside its groups.</summary>
+    internal static IEnumerable<IShape> AllShapes(IShapeCollection shapes)
+    {
+        foreach (var shape in shapes)
+        {
+            yield return shape;
+            if (shape is IGroupShape group)
+                foreach (var inner in AllShapes(group.Shapes))
+                    yield return inner;
+        }
+    }
+
     internal static string CorpusFile(string relative) => Path.Combine(Corpus, relative);
 
     internal static string NewTempDir() => Directory.CreateTempSubdirectory("orvane-folaro-").FullName;

@@ -401,37 +401,14 @@ public class TextTests
     public void EveryShapeParagraphAndPortionOfTheCorpusReads()
     {
         int portions = 0;
-        foreach (var deck in TestFiles.CorpusDecks())
+        foreach (var (deck, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
-            {
-                pres = new Presentation(deck);
-            }
-            catch (PptxReadException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                var slides = pres.Slides.Cast<IBaseSlide>().Concat(pres.Masters).Concat(pres.LayoutSlides);
-                foreach (var slide in slides)
-                    foreach (var shape in Flatten(slide.Shapes))
-                        portions += ReadAll(shape, deck);
-            }
+            var slides = TestFiles.AllSlides(pres);
+            foreach (var slide in slides)
+                foreach (var shape in TestFiles.AllShapes(slide.Shapes))
+                    portions += ReadAll(shape, deck);
         }
         Assert.True(portions > 1000, $"only {portions} portions read");
-    }
-
-    private static System.Collections.Generic.IEnumerable<IShape> Flatten(IShapeCollection shapes)
-    {
-        foreach (var s in shapes)
-        {
-            yield return s;
-            if (s is IGroupShape g)
-                foreach (var inner in Flatten(g.Shapes))
-                    yield return inner;
-        }
     }
 
     private static int ReadAll(IShape shape, string deck)

@@ -194,47 +194,35 @@ public class ThemeTests
     public void EveryCorpusThemeReads()
     {
         int themes = 0;
-        foreach (var deck in TestFiles.CorpusDecks())
+        foreach (var (deck, pres) in TestFiles.LoadableCorpusDecks())
         {
-            IPresentation pres;
-            try
+            foreach (var master in pres.Masters)
             {
-                pres = new Presentation(deck);
-            }
-            catch (PptxReadException)
-            {
-                continue;
-            }
-            using (pres)
-            {
-                foreach (var master in pres.Masters)
+                IMasterTheme theme;
+                try
                 {
-                    IMasterTheme theme;
-                    try
-                    {
-                        theme = master.Theme;
-                    }
-                    catch (PptxReadException)
-                    {
-                        continue;
-                    }
-                    themes++;
-                    _ = (theme.Name, theme.ColorScheme.Accent6, theme.FontScheme.MinorComplexScriptFont);
-                    var format = theme.FormatScheme;
-                    foreach (var f in format.FillStyles.Concat(format.BackgroundFillStyles))
-                        _ = (f.FillType, f.SolidFillColor.Color, f.GradientFormat.GradientStops.Count);
-                    foreach (var l in format.LineStyles)
-                        _ = (l.Width, l.DashStyle, l.FillFormat.FillType);
-                    foreach (var e in format.EffectStyles)
-                        _ = (e.HasOuterShadow, e.HasThreeDEffects);
-                    _ = master.ThemeManager.GetEffective().ColorScheme.Text1;
+                    theme = master.Theme;
                 }
-                foreach (var slide in pres.Slides)
+                catch (PptxReadException)
                 {
-                    var effective = slide.ThemeManager.GetEffective();
-                    Assert.False(effective.ColorScheme.Text1.IsEmpty && !effective.ColorScheme.Dark1.IsEmpty, $"{Path.GetFileName(deck)}: Text1 does not resolve");
-                    _ = (effective.FontScheme.MajorLatinFont, slide.ThemeManager.IsOverrideThemeEnabled, slide.LayoutSlide.ThemeManager.IsOverrideThemeEnabled);
+                    continue;
                 }
+                themes++;
+                _ = (theme.Name, theme.ColorScheme.Accent6, theme.FontScheme.MinorComplexScriptFont);
+                var format = theme.FormatScheme;
+                foreach (var f in format.FillStyles.Concat(format.BackgroundFillStyles))
+                    _ = (f.FillType, f.SolidFillColor.Color, f.GradientFormat.GradientStops.Count);
+                foreach (var l in format.LineStyles)
+                    _ = (l.Width, l.DashStyle, l.FillFormat.FillType);
+                foreach (var e in format.EffectStyles)
+                    _ = (e.HasOuterShadow, e.HasThreeDEffects);
+                _ = master.ThemeManager.GetEffective().ColorScheme.Text1;
+            }
+            foreach (var slide in pres.Slides)
+            {
+                var effective = slide.ThemeManager.GetEffective();
+                Assert.False(effective.ColorScheme.Text1.IsEmpty && !effective.ColorScheme.Dark1.IsEmpty, $"{Path.GetFileName(deck)}: Text1 does not resolve");
+                _ = (effective.FontScheme.MajorLatinFont, slide.ThemeManager.IsOverrideThemeEnabled, slide.LayoutSlide.ThemeManager.IsOverrideThemeEnabled);
             }
         }
         Assert.True(themes > 50, $"only {themes} themes read");
