@@ -75,8 +75,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"ColorOperationCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "ColorOperationCollection[index]");
             return items[index];
         }
     }
@@ -95,8 +94,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
         Known(operation);
         var color = _color() ?? throw new PptxEditException($"{_context.Where}: the colour is not defined; set a colour before adding operations");
         var items = Items();
-        if (index < 0 || index > items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ColorOperationCollection.Insert: index must be in [0, {items.Count}]");
+        Indexes.CheckPlace(index, items.Count, "ColorOperationCollection.Insert");
         if (!HasValue(operation) && !float.IsNaN(parameter))
             throw new ArgumentException($"ColorOperationCollection.Insert: {operation} takes no parameter (give NaN)", nameof(parameter));
         var typed = Create(color, Names[(int)operation]);

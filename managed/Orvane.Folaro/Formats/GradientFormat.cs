@@ -139,8 +139,7 @@ public sealed class GradientStopCollection : IGradientStopCollection
         get
         {
             var stops = Stops();
-            if (index < 0 || index >= stops.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"GradientStopCollection[index]: index must be in [0, {stops.Count})");
+            Indexes.Check(index, stops.Count, "GradientStopCollection[index]");
             return new GradientStop(stops[index], _fill.Context);
         }
     }
@@ -169,8 +168,7 @@ public sealed class GradientStopCollection : IGradientStopCollection
             throw new ArgumentException("GradientStopCollection.Insert: the colour must not be empty", nameof(color));
         var list = List(true)!;
         var stops = Stops();
-        if (index < 0 || index > stops.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"GradientStopCollection.Insert: index must be in [0, {stops.Count}]");
+        Indexes.CheckPlace(index, stops.Count, "GradientStopCollection.Insert");
         var made = new A.GradientStop { Position = (int)Math.Round(position * 100000.0) };
         if (index < stops.Count)
             list.InsertBefore(made, stops[index]);
@@ -184,8 +182,7 @@ public sealed class GradientStopCollection : IGradientStopCollection
     public void RemoveAt(int index)
     {
         var stops = Stops();
-        if (index < 0 || index >= stops.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"GradientStopCollection.RemoveAt: index must be in [0, {stops.Count})");
+        Indexes.Check(index, stops.Count, "GradientStopCollection.RemoveAt");
         if (stops.Count <= 2)
             throw new PptxEditException($"{_fill.Context.Where}: a gradient keeps at least two stops");
         stops[index].Remove();

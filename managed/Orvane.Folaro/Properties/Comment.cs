@@ -226,8 +226,7 @@ public sealed class CommentCollection : ICommentCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"CommentCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "CommentCollection[index]");
             return items[index];
         }
     }

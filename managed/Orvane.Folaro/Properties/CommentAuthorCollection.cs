@@ -102,8 +102,7 @@ public sealed class CommentAuthorCollection : ICommentAuthorCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"CommentAuthorCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "CommentAuthorCollection[index]");
             return items[index];
         }
     }

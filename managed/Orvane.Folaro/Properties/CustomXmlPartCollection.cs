@@ -8,6 +8,7 @@ using System.Xml;
 using DocumentFormat.OpenXml.Packaging;
 using DS = DocumentFormat.OpenXml.CustomXmlDataProperties;
 using P = DocumentFormat.OpenXml.Presentation;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -117,8 +118,7 @@ public sealed class CustomXmlPartCollection : ICustomXmlPartCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"CustomXmlPartCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "CustomXmlPartCollection[index]");
             return items[index];
         }
     }

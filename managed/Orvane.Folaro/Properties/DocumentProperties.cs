@@ -144,8 +144,7 @@ public sealed class DocumentProperties : IDocumentProperties
     public string GetCustomPropertyName(int index)
     {
         var all = CustomList();
-        if (index < 0 || index >= all.Length)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"DocumentProperties.GetCustomPropertyName: index must be in [0, {all.Length})");
+        Indexes.Check(index, all.Length, "DocumentProperties.GetCustomPropertyName");
         return all[index].Name?.Value ?? string.Empty;
     }
 

@@ -22,8 +22,7 @@ public sealed class ImageCollection : IImageCollection
         get
         {
             var images = _store.Images();
-            if (index < 0 || index >= images.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"ImageCollection[index]: index must be in [0, {images.Count})");
+            Indexes.Check(index, images.Count, "ImageCollection[index]");
             return images[index];
         }
     }

@@ -52,7 +52,7 @@ public sealed class AudioCollection : IAudioCollection
 
     public int Count => Items().Count;
 
-    public IAudio this[int index] => MediaLists.At(Items(), index, "AudioCollection");
+    public IAudio this[int index] => Indexes.At(Items(), index, "AudioCollection[index]");
 
     public IAudio AddAudio(byte[] audioData)
     {
@@ -92,7 +92,7 @@ public sealed class VideoCollection : IVideoCollection
 
     public int Count => Items().Count;
 
-    public IVideo this[int index] => MediaLists.At(Items(), index, "VideoCollection");
+    public IVideo this[int index] => Indexes.At(Items(), index, "VideoCollection[index]");
 
     public IVideo AddVideo(byte[] videoData)
     {
@@ -123,11 +123,6 @@ public sealed class VideoCollection : IVideoCollection
 internal static class MediaLists
 {
     internal static bool IsAudio(MediaDataPart part) => part.ContentType.StartsWith("audio/", StringComparison.OrdinalIgnoreCase);
-
-    internal static T At<T>(List<T> items, int index, string owner) =>
-        index >= 0 && index < items.Count
-            ? items[index]
-            : throw new ArgumentOutOfRangeException(nameof(index), index, $"{owner}[index]: index must be in [0, {items.Count})");
 
     internal static byte[] ReadAll(Stream stream)
     {

@@ -55,8 +55,7 @@ public sealed class SectionCollection : ISectionCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"SectionCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "SectionCollection[index]");
             return items[index];
         }
     }
@@ -107,8 +106,7 @@ public sealed class SectionCollection : ISectionCollection
     {
         var own = Own(section, nameof(ReorderSectionWithSlides));
         var items = Items();
-        if (index < 0 || index >= items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"SectionCollection.ReorderSectionWithSlides: index must be in [0, {items.Count})");
+        Indexes.Check(index, items.Count, "SectionCollection.ReorderSectionWithSlides");
         var list = (P14.SectionList)own.Element.Parent!;
         own.Element.Remove();
         var rest = list.Elements<P14.Section>().ToList();

@@ -4,6 +4,7 @@ using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
 using P = DocumentFormat.OpenXml.Presentation;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -121,8 +122,7 @@ public sealed class TagCollection : ITagCollection
     private P.Tag At(int index, string member)
     {
         var tags = Tags();
-        if (index < 0 || index >= tags.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"TagCollection.{member}: index must be in [0, {tags.Count})");
+        Indexes.Check(index, tags.Count, $"TagCollection.{member}");
         return tags[index];
     }
 

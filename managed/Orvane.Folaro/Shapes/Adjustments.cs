@@ -99,10 +99,7 @@ public sealed class AdjustValueCollection : IAdjustValueCollection
 
     public int Count => _items.Count;
 
-    public IShapeAdjustment this[int index] =>
-        index >= 0 && index < _items.Count
-            ? _items[index]
-            : throw new ArgumentOutOfRangeException(nameof(index), index, $"AdjustValueCollection[index]: index must be in [0, {_items.Count})");
+    public IShapeAdjustment this[int index] => Indexes.At(_items, index, "AdjustValueCollection[index]");
 
     public IEnumerator<IShapeAdjustment> GetEnumerator() => _items.Cast<IShapeAdjustment>().GetEnumerator();
 

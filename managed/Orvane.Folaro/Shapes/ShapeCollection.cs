@@ -85,8 +85,7 @@ public sealed partial class ShapeCollection : IShapeCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"ShapeCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "ShapeCollection[index]");
             return items[index];
         }
     }
@@ -161,8 +160,7 @@ public sealed partial class ShapeCollection : IShapeCollection
     {
         ArgumentNullException.ThrowIfNull(sourceShape);
         CheckWritable();
-        if (index < 0 || index > Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ShapeCollection.InsertClone: index must be in [0, {Count}]");
+        Indexes.CheckPlace(index, Count, "ShapeCollection.InsertClone");
         if (sourceShape is not Shape source || source.Element.Parent == null)
             throw new ArgumentException("ShapeCollection.InsertClone: the shape is not part of a slide", nameof(sourceShape));
         var copy = (OpenXmlCompositeElement)source.Element.CloneNode(true);
@@ -186,8 +184,7 @@ public sealed partial class ShapeCollection : IShapeCollection
     {
         var node = TopLevel(shape, nameof(Reorder));
         int count = Count;
-        if (index < 0 || index >= count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ShapeCollection.Reorder: index must be in [0, {count})");
+        Indexes.Check(index, count, "ShapeCollection.Reorder");
         node.Remove();
         Insert(node, index);
     }

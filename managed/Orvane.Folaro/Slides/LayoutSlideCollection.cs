@@ -53,8 +53,7 @@ public sealed class LayoutSlideCollection : ILayoutSlideCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"LayoutSlideCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "LayoutSlideCollection[index]");
             return items[index];
         }
     }

@@ -4,6 +4,7 @@ using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
 using P = DocumentFormat.OpenXml.Presentation;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -41,8 +42,7 @@ public sealed class MasterSlideCollection : IMasterSlideCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"MasterSlideCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "MasterSlideCollection[index]");
             return items[index];
         }
     }

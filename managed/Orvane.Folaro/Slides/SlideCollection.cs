@@ -56,7 +56,7 @@ public sealed class SlideCollection : ISlideCollection
         get
         {
             var entries = Entries();
-            CheckIndex(index, entries.Count, "SlideCollection[index]");
+            Indexes.Check(index, entries.Count, "SlideCollection[index]");
             return View(entries[index].Part);
         }
     }
@@ -66,7 +66,7 @@ public sealed class SlideCollection : ISlideCollection
     public ISlide InsertEmptySlide(int index, ILayoutSlide layout)
     {
         var source = OwnLayout(layout, nameof(InsertEmptySlide));
-        CheckIndex(index, Count + 1, "SlideCollection.InsertEmptySlide");
+        Indexes.Check(index, Count + 1, "SlideCollection.InsertEmptySlide");
         var pres = _owner.PresentationPart;
         var part = pres.AddNewPart<SlidePart>();
         part.Slide = EmptySlideFor(source.Part);
@@ -84,7 +84,7 @@ public sealed class SlideCollection : ISlideCollection
             throw new ArgumentException("SlideCollection.InsertClone: not a slide of this library", nameof(sourceSlide));
         if (source.Entry == null)
             throw new ArgumentException("SlideCollection.InsertClone: the slide has been removed from its presentation", nameof(sourceSlide));
-        CheckIndex(index, Count + 1, "SlideCollection.InsertClone");
+        Indexes.Check(index, Count + 1, "SlideCollection.InsertClone");
         var part = ReferenceEquals(source.Owner, _owner)
             ? SlideCloner.CloneWithin(_owner.PresentationPart, source.Part)
             : SlideImporter.Import(_owner.PresentationPart, source.Part);
@@ -102,7 +102,7 @@ public sealed class SlideCollection : ISlideCollection
     public void RemoveAt(int index)
     {
         var entries = Entries();
-        CheckIndex(index, entries.Count, "SlideCollection.RemoveAt");
+        Indexes.Check(index, entries.Count, "SlideCollection.RemoveAt");
         RemoveEntry(entries[index]);
     }
 
@@ -137,7 +137,7 @@ public sealed class SlideCollection : ISlideCollection
     {
         var entry = EntryOf(slide) ?? throw new ArgumentException("SlideCollection.Reorder: the slide is not in this presentation", nameof(slide));
         var entries = Entries();
-        CheckIndex(index, entries.Count, "SlideCollection.Reorder");
+        Indexes.Check(index, entries.Count, "SlideCollection.Reorder");
         int from = entries.FindIndex(e => ReferenceEquals(e.Part, entry.Part));
         if (from == index)
             return;
@@ -203,12 +203,6 @@ public sealed class SlideCollection : ISlideCollection
         if (layout is not LayoutSlide own || !ReferenceEquals(own.Owner, _owner))
             throw new ArgumentException($"SlideCollection.{member}: the layout must belong to this presentation", nameof(layout));
         return own;
-    }
-
-    private static void CheckIndex(int index, int count, string what)
-    {
-        if (index < 0 || index >= count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"{what}: index must be in [0, {count})");
     }
 
     // A slide with the layout's content placeholders, emptied: no text, no own geometry.

@@ -57,8 +57,7 @@ public sealed class ColumnCollection : IColumnCollection
         get
         {
             var columns = TableGrid.GridColumnsOf(_table.Tbl).ToList();
-            if (index < 0 || index >= columns.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"ColumnCollection[index]: index must be in [0, {columns.Count})");
+            Indexes.Check(index, columns.Count, "ColumnCollection[index]");
             return _table.ColumnView(columns[index]);
         }
     }
@@ -72,7 +71,7 @@ public sealed class ColumnCollection : IColumnCollection
     {
         long w = TableCells.Length(width, nameof(width), "ColumnCollection.Insert");
         var grid = _table.Grid("ColumnCollection.Insert");
-        CheckIndex(index, grid.Columns.Count, "Insert");
+        Indexes.CheckPlace(index, grid.Columns.Count, "ColumnCollection.Insert");
         if (grid.Columns.Count == 0)
             throw new PptxEditException($"{_table.Where}: ColumnCollection.Insert: the table has no column to take a format from");
         int template = Math.Max(0, index - 1);
@@ -86,7 +85,7 @@ public sealed class ColumnCollection : IColumnCollection
     public IColumn InsertClone(int index, IColumn column)
     {
         var grid = _table.Grid("ColumnCollection.InsertClone");
-        CheckIndex(index, grid.Columns.Count, "InsertClone");
+        Indexes.CheckPlace(index, grid.Columns.Count, "ColumnCollection.InsertClone");
         int template = grid.Columns.IndexOf(Own(column, "InsertClone"));
         var copy = TableCells.CopyLine(grid.Columns[template], c => c);
         return Place(grid, index, template, copy, keepText: true);
@@ -95,8 +94,7 @@ public sealed class ColumnCollection : IColumnCollection
     public void RemoveAt(int index)
     {
         var grid = _table.Grid("ColumnCollection.RemoveAt");
-        if (index < 0 || index >= grid.Columns.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ColumnCollection.RemoveAt: index must be in [0, {grid.Columns.Count})");
+        Indexes.Check(index, grid.Columns.Count, "ColumnCollection.RemoveAt");
         if (grid.Columns.Count == 1)
             throw new PptxEditException($"{_table.Where}: ColumnCollection.RemoveAt: a table keeps at least one column; remove the table shape instead");
         grid.RemoveColumn(index);
@@ -125,11 +123,5 @@ public sealed class ColumnCollection : IColumnCollection
         if (column is Column own && ReferenceEquals(own.Element.Parent?.Parent, _table.Tbl))
             return own.Element;
         throw new ArgumentException($"{_table.Where}: ColumnCollection.{member}: the column is not a column of this table", nameof(column));
-    }
-
-    private static void CheckIndex(int index, int count, string member)
-    {
-        if (index < 0 || index > count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ColumnCollection.{member}: index must be in [0, {count}]");
     }
 }

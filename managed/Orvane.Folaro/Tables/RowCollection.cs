@@ -57,8 +57,7 @@ public sealed class RowCollection : IRowCollection
         get
         {
             var rows = TableGrid.RowsOf(_table.Tbl).ToList();
-            if (index < 0 || index >= rows.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"RowCollection[index]: index must be in [0, {rows.Count})");
+            Indexes.Check(index, rows.Count, "RowCollection[index]");
             return _table.RowView(rows[index]);
         }
     }
@@ -72,7 +71,7 @@ public sealed class RowCollection : IRowCollection
     {
         long h = TableCells.Length(height, nameof(height), "RowCollection.Insert");
         var grid = _table.Grid("RowCollection.Insert");
-        CheckIndex(index, grid.Rows.Count, "Insert");
+        Indexes.CheckPlace(index, grid.Rows.Count, "RowCollection.Insert");
         int template = Math.Max(0, index - 1);
         // A table without rows gets a plain one.
         var copy = grid.Rows.Count == 0
@@ -87,7 +86,7 @@ public sealed class RowCollection : IRowCollection
     public IRow InsertClone(int index, IRow row)
     {
         var grid = _table.Grid("RowCollection.InsertClone");
-        CheckIndex(index, grid.Rows.Count, "InsertClone");
+        Indexes.CheckPlace(index, grid.Rows.Count, "RowCollection.InsertClone");
         int template = grid.Rows.IndexOf(Own(row, "InsertClone"));
         var copy = TableCells.CopyLine(grid.Rows[template], tc => TableCells.CopyCell(tc, keepText: true));
         return Place(grid, index, template, copy);
@@ -96,8 +95,7 @@ public sealed class RowCollection : IRowCollection
     public void RemoveAt(int index)
     {
         var grid = _table.Grid("RowCollection.RemoveAt");
-        if (index < 0 || index >= grid.Rows.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"RowCollection.RemoveAt: index must be in [0, {grid.Rows.Count})");
+        Indexes.Check(index, grid.Rows.Count, "RowCollection.RemoveAt");
         if (grid.Rows.Count == 1)
             throw new PptxEditException($"{_table.Where}: RowCollection.RemoveAt: a table keeps at least one row; remove the table shape instead");
         grid.RemoveRow(index);
@@ -125,11 +123,5 @@ public sealed class RowCollection : IRowCollection
         if (row is Row own && ReferenceEquals(own.Element.Parent, _table.Tbl))
             return own.Element;
         throw new ArgumentException($"{_table.Where}: RowCollection.{member}: the row is not a row of this table", nameof(row));
-    }
-
-    private static void CheckIndex(int index, int count, string member)
-    {
-        if (index < 0 || index > count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"RowCollection.{member}: index must be in [0, {count}]");
     }
 }

@@ -23,8 +23,7 @@ public sealed class ParagraphCollection : IParagraphCollection
         get
         {
             var items = Elements();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"ParagraphCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "ParagraphCollection[index]");
             return View(items[index]);
         }
     }
@@ -36,8 +35,7 @@ public sealed class ParagraphCollection : IParagraphCollection
         ArgumentNullException.ThrowIfNull(text);
         TextRules.Check(text, "ParagraphCollection.Insert");
         var items = Elements();
-        if (index < 0 || index > items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ParagraphCollection.Insert: index must be in [0, {items.Count}]");
+        Indexes.CheckPlace(index, items.Count, "ParagraphCollection.Insert");
         var p = new A.Paragraph();
         Paragraph.Fill(p, text.Replace("\r\n", "\v", StringComparison.Ordinal).Replace('\r', '\v').Replace('\n', '\v'), null);
         Place(p, index, items);
@@ -70,8 +68,7 @@ public sealed class ParagraphCollection : IParagraphCollection
     public void RemoveAt(int index)
     {
         var items = Elements();
-        if (index < 0 || index >= items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"ParagraphCollection.RemoveAt: index must be in [0, {items.Count})");
+        Indexes.Check(index, items.Count, "ParagraphCollection.RemoveAt");
         if (items.Count == 1)
             throw new PptxEditException($"{_frame.Context.Where}: a text frame keeps at least one paragraph; use Clear or set the text to empty");
         items[index].Remove();

@@ -51,8 +51,7 @@ public sealed class PortionCollection : IPortionCollection
         get
         {
             var items = Elements();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"PortionCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "PortionCollection[index]");
             return View(items[index]);
         }
     }
@@ -63,8 +62,7 @@ public sealed class PortionCollection : IPortionCollection
     {
         ArgumentNullException.ThrowIfNull(text);
         var items = Elements();
-        if (index < 0 || index > items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"PortionCollection.Insert: index must be in [0, {items.Count}]");
+        Indexes.CheckPlace(index, items.Count, "PortionCollection.Insert");
         var run = new A.Run(new A.RunProperties { Language = "en-US" }, new A.Text());
         var portion = View(run);
         portion.Text = text;
@@ -101,8 +99,7 @@ public sealed class PortionCollection : IPortionCollection
     public void RemoveAt(int index)
     {
         var items = Elements();
-        if (index < 0 || index >= items.Count)
-            throw new ArgumentOutOfRangeException(nameof(index), index, $"PortionCollection.RemoveAt: index must be in [0, {items.Count})");
+        Indexes.Check(index, items.Count, "PortionCollection.RemoveAt");
         items[index].Remove();
     }
 

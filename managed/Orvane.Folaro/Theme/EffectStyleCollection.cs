@@ -3,6 +3,7 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Theme;
 
@@ -32,8 +33,7 @@ public sealed class EffectStyleCollection : IEffectStyleCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"EffectStyleCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "EffectStyleCollection[index]");
             return new EffectStyle(items[index]);
         }
     }

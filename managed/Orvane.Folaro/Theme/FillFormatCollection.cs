@@ -37,8 +37,7 @@ public sealed class FillFormatCollection : IFillFormatCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"FillFormatCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "FillFormatCollection[index]");
             return View(items[index], index);
         }
     }

@@ -35,8 +35,7 @@ public sealed class LineFormatCollection : ILineFormatCollection
         get
         {
             var items = Items();
-            if (index < 0 || index >= items.Count)
-                throw new ArgumentOutOfRangeException(nameof(index), index, $"LineFormatCollection[index]: index must be in [0, {items.Count})");
+            Indexes.Check(index, items.Count, "LineFormatCollection[index]");
             return View(items[index], index);
         }
     }

@@ -2,6 +2,7 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Vba;
 
@@ -29,10 +30,7 @@ public sealed class VbaModuleCollection : IVbaModuleCollection
 
     public int Count => _items.Count;
 
-    public IVbaModule this[int index] =>
-        index >= 0 && index < _items.Count
-            ? _items[index]
-            : throw new ArgumentOutOfRangeException(nameof(index), index, $"VbaModuleCollection[index]: index must be in [0, {_items.Count})");
+    public IVbaModule this[int index] => Indexes.At(_items, index, "VbaModuleCollection[index]");
 
     public IVbaModule AddEmptyModule(string name)
     {

@@ -1,6 +1,7 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
+using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Vba;
 
@@ -27,10 +28,7 @@ public sealed class VbaReferenceCollection : IVbaReferenceCollection
 
     public int Count => _items.Count;
 
-    public IVbaReference this[int index] =>
-        index >= 0 && index < _items.Count
-            ? _items[index]
-            : throw new ArgumentOutOfRangeException(nameof(index), index, $"VbaReferenceCollection[index]: index must be in [0, {_items.Count})");
+    public IVbaReference this[int index] => Indexes.At(_items, index, "VbaReferenceCollection[index]");
 
     public void Add(IVbaReference value)
     {
