@@ -1,9 +1,11 @@
 // Interop proxies of IEnumerable, IEnumerator, CollectionBase and
-// ReadOnlyCollectionBase. Entries report every exception through the error bridge.
+// ReadOnlyCollectionBase. Entries report every exception through the error
+// bridge; the shared ones forward to the guarded bodies in SiApiEntries.
 using System;
-using System.Runtime.CompilerServices;
 using System.Collections;
+using System.Runtime.CompilerServices;
 using System.Runtime.InteropServices;
+using static System.Runtime.CompilerServices.MethodImplOptions;
 
 namespace Orvane.WrpGen.Interop
 {
@@ -11,8 +13,7 @@ namespace Orvane.WrpGen.Interop
     public static unsafe class SiApiEnumerable
     {
         /// <summary>0 with the enumerator written to <paramref name="result"/>; -1 on failure.</summary>
-        [UnmanagedCallersOnly]
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
         public static int GetEnumerator(IntPtr handle, PyObjectOutArg* result)
         {
             try
@@ -21,52 +22,21 @@ namespace Orvane.WrpGen.Interop
                 Handles.WriteOut(result, enumerator);
                 return 0;
             }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
+            catch (Exception e) { EntryErrors.Report(e); return -1; }
         }
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable) => SiApiEntries.Create(&SiApiEntries.IterableView, iterable);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable)
-        {
-            try
-            {
-                return Handles.Alloc(new PyIterableView(iterable));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is IEnumerable ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<IEnumerable>(handle);
     }
 
     /// <summary>Interop proxy of IEnumerator: one step of a managed enumeration.</summary>
     public static unsafe class SiApiEnumerator
     {
         /// <summary>0 with a new reference to the element in <paramref name="result"/>, 1 at the end, -1 on failure.</summary>
-        [UnmanagedCallersOnly]
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
         public static int MoveNext(IntPtr handle, IntPtr* result)
         {
             try
@@ -77,28 +47,11 @@ namespace Orvane.WrpGen.Interop
                 *result = Variants.ToPyChecked(enumerator.Current);
                 return 0;
             }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
+            catch (Exception e) { EntryErrors.Report(e); return -1; }
         }
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is IEnumerator ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<IEnumerator>(handle);
     }
 
     /// <summary>
@@ -107,102 +60,32 @@ namespace Orvane.WrpGen.Interop
     /// </summary>
     public static unsafe class SiApiCollectionBase
     {
-        [UnmanagedCallersOnly]
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is CollectionBase ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<CollectionBase>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&CopyOfList, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyItemsCollection(new PyListView(list)));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence) => SiApiEntries.Create(&CopyOfSequence, sequence);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
-        {
-            try
-            {
-                return Handles.Alloc(new PyItemsCollection(new PySequenceView(sequence)));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        private static object CopyOfList(IntPtr list) => new PyItemsCollection(new PyListView(list));
+        private static object CopyOfSequence(IntPtr sequence) => new PyItemsCollection(new PySequenceView(sequence));
     }
 
     /// <summary>Interop proxy of ReadOnlyCollectionBase; Python items are copied as for CollectionBase.</summary>
     public static unsafe class SiApiReadOnlyCollectionBase
     {
-        [UnmanagedCallersOnly]
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is ReadOnlyCollectionBase ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<ReadOnlyCollectionBase>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&CopyOfList, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyItemsReadOnlyCollection(new PyListView(list)));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence) => SiApiEntries.Create(&CopyOfSequence, sequence);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
-        {
-            try
-            {
-                return Handles.Alloc(new PyItemsReadOnlyCollection(new PySequenceView(sequence)));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        private static object CopyOfList(IntPtr list) => new PyItemsReadOnlyCollection(new PyListView(list));
+        private static object CopyOfSequence(IntPtr sequence) => new PyItemsReadOnlyCollection(new PySequenceView(sequence));
     }
 }

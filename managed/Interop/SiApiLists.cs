@@ -1,1072 +1,246 @@
 // The interop proxies of the list-like collections. Every entry is called
-// from native code through a bound function pointer and reports every
-// exception through the error bridge (a Python error already pending from a
-// failed conversion stays as it is). Status results: 0 ok, 1 empty (Pop),
-// 2 index out of range, -1 failure with a Python error pending.
+// from native code through a bound function pointer and forwards to the
+// guarded body in SiApiEntries, typed by what the proxy casts its target to.
+// Status results: 0 ok, 1 empty (Pop), 2 index out of range, -1 failure with
+// a Python error pending.
 using System;
-using System.Runtime.CompilerServices;
 using System.Collections;
+using System.Runtime.CompilerServices;
 using System.Runtime.InteropServices;
+using static System.Runtime.CompilerServices.MethodImplOptions;
 
 namespace Orvane.WrpGen.Interop
 {
     /// <summary>Interop proxy of ICollection: length, membership and counting; views over Python lists and iterables.</summary>
     public static unsafe class SiApiCntCollection
     {
-        private static ICollection Self(IntPtr handle) => Handles.Self<ICollection>(handle);
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqLength(IntPtr handle) => SiApiEntries.SqLength<ICollection>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqContains(IntPtr handle, VariantArg* value) => SiApiEntries.SqContains<ICollection>(handle, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqLength(IntPtr handle)
-        {
-            try
-            {
-                return Self(handle).Count;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int CountOf(IntPtr handle, VariantArg* value) => SiApiEntries.CountOf<ICollection>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&SiApiEntries.ListView, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqContains(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.Contains(self, Elements.FromArg(self, value)) ? 1 : 0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable) => SiApiEntries.Create(&SiApiEntries.IterableView, iterable);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int CountOf(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.CountOf(self, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyListView(list));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyIterable(IntPtr iterable)
-        {
-            try
-            {
-                return Handles.Alloc(new PyIterableView(iterable));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is ICollection ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<ICollection>(handle);
     }
 
     /// <summary>Interop proxy of IList: the Python list protocol on any managed list.</summary>
     public static unsafe class SiApiCntList
     {
-        private static IList Self(IntPtr handle) => Handles.Self<IList>(handle);
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqGetItem(IntPtr handle, int index, IntPtr* result) => SiApiEntries.SqGetItem<IList>(handle, index, result);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index) => SiApiEntries.SqGetItemNoCheck<IList>(handle, index);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
-        {
-            try
-            {
-                return ListOperations.GetItem(Self(handle), index, result);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqSetItem(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItem<IList>(handle, index, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void SqSetItemNoCheck(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItemNoCheck<IList>(handle, index, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
-        {
-            try
-            {
-                return Variants.ToPyChecked(Self(handle)[index]);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Add(IntPtr handle, VariantArg* value) => SiApiEntries.Add<IList>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Insert(IntPtr handle, int index, VariantArg* value) => SiApiEntries.Insert<IList>(handle, index, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.SetItem(Self(handle), index, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte Remove(IntPtr handle, VariantArg* value) => SiApiEntries.Remove<IList>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int RemoveAt(IntPtr handle, int index) => SiApiEntries.RemoveAt<IList>(handle, index);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void SqSetItemNoCheck(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self[index] = Elements.FromArg(self, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result) => SiApiEntries.Pop<IList>(handle, hasIndex, index, result);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Clear(IntPtr handle) => SiApiEntries.Clear<IList>(handle);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Add(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self.Add(Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqInplaceConcat(IntPtr handle, IntPtr other) => SiApiEntries.SqInplaceConcat<IList>(handle, other);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void SqInplaceRepeat(IntPtr handle, int count) => SiApiEntries.SqInplaceRepeat<IList>(handle, count);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Insert(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self.Insert(index, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step) =>
+            SiApiEntries.MpSetItems<IList>(handle, source, start, length, step);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void MpRemoveItems(IntPtr handle, int start, int length, int step) =>
+            SiApiEntries.MpRemoveItems<IList>(handle, start, length, step);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte Remove(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.Remove(Self(handle), value) ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Reverse(IntPtr handle) => SiApiEntries.Reverse<IList>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Sort(IntPtr handle, int reverse) => SiApiEntries.Sort<IList>(handle, reverse);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int RemoveAt(IntPtr handle, int index)
-        {
-            try
-            {
-                return ListOperations.RemoveAt(Self(handle), index);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value) =>
+            SiApiEntries.IndexBy<IList>(handle, hasStart, start, hasStop, stop, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqContains(IntPtr handle, VariantArg* value) => SiApiEntries.SqContains<IList>(handle, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result)
-        {
-            try
-            {
-                return ListOperations.Pop(Self(handle), hasIndex != 0, index, result);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int CountOf(IntPtr handle, VariantArg* value) => SiApiEntries.CountOf<IList>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&SiApiEntries.ListView, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Clear(IntPtr handle)
-        {
-            try
-            {
-                Self(handle).Clear();
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence) => SiApiEntries.Create(&SiApiEntries.SequenceView, sequence);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqInplaceConcat(IntPtr handle, IntPtr other)
-        {
-            try
-            {
-                return ListOperations.InplaceConcat(Self(handle), Handles.Target(other));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void SqInplaceRepeat(IntPtr handle, int count)
-        {
-            try
-            {
-                ListOperations.InplaceRepeat(Self(handle), count);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
-        {
-            try
-            {
-                return ListOperations.SetItems(Self(handle), Handles.Target(source), start, length, step);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void MpRemoveItems(IntPtr handle, int start, int length, int step)
-        {
-            try
-            {
-                ListOperations.RemoveItems(Self(handle), start, length, step);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Reverse(IntPtr handle)
-        {
-            try
-            {
-                ListOperations.Reverse(Self(handle));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Sort(IntPtr handle, int reverse)
-        {
-            try
-            {
-                ListOperations.Sort(Self(handle), reverse != 0);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.IndexBy(Self(handle), hasStart != 0, start, hasStop != 0, stop, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqContains(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.Contains(self, Elements.FromArg(self, value)) ? 1 : 0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int CountOf(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.CountOf(self, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyListView(list));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
-        {
-            try
-            {
-                return Handles.Alloc(new PySequenceView(sequence));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is IList ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<IList>(handle);
     }
 
     /// <summary>Interop proxy of Array (fixed size; the unchecked setter is exported as SqSetItemNoChek).</summary>
     public static unsafe class SiApiArray
     {
-        private static IList Self(IntPtr handle) => Handles.Self<Array>(handle);
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqLength(IntPtr handle) => SiApiEntries.SqLength<Array>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqContains(IntPtr handle, VariantArg* value) => SiApiEntries.SqContains<Array>(handle, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqLength(IntPtr handle)
-        {
-            try
-            {
-                return Self(handle).Count;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqGetItem(IntPtr handle, int index, IntPtr* result) => SiApiEntries.SqGetItem<Array>(handle, index, result);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index) => SiApiEntries.SqGetItemNoCheck<Array>(handle, index);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqContains(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.Contains(self, Elements.FromArg(self, value)) ? 1 : 0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqSetItem(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItem<Array>(handle, index, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItemNoCheck<Array>(handle, index, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
-        {
-            try
-            {
-                return ListOperations.GetItem(Self(handle), index, result);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step) =>
+            SiApiEntries.MpSetItems<Array>(handle, source, start, length, step);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Reverse(IntPtr handle) => SiApiEntries.Reverse<Array>(handle);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
-        {
-            try
-            {
-                return Variants.ToPyChecked(Self(handle)[index]);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Sort(IntPtr handle, int reverse) => SiApiEntries.Sort<Array>(handle, reverse);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value) =>
+            SiApiEntries.IndexBy<Array>(handle, hasStart, start, hasStop, stop, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.SetItem(Self(handle), index, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int CountOf(IntPtr handle, VariantArg* value) => SiApiEntries.CountOf<Array>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&SiApiEntries.ListView, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self[index] = Elements.FromArg(self, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence) => SiApiEntries.Create(&SiApiEntries.SequenceView, sequence);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
-        {
-            try
-            {
-                return ListOperations.SetItems(Self(handle), Handles.Target(source), start, length, step);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Reverse(IntPtr handle)
-        {
-            try
-            {
-                ListOperations.Reverse(Self(handle));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Sort(IntPtr handle, int reverse)
-        {
-            try
-            {
-                ListOperations.Sort(Self(handle), reverse != 0);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.IndexBy(Self(handle), hasStart != 0, start, hasStop != 0, stop, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int CountOf(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.CountOf(self, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyListView(list));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
-        {
-            try
-            {
-                return Handles.Alloc(new PySequenceView(sequence));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is Array ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<Array>(handle);
     }
 
     /// <summary>Interop proxy of ArrayList (the unchecked setter is exported as SqSetItemNoChek).</summary>
     public static unsafe class SiApiArrayList
     {
-        private static ArrayList Self(IntPtr handle) => Handles.Self<ArrayList>(handle);
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqLength(IntPtr handle) => SiApiEntries.SqLength<ArrayList>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Add(IntPtr handle, VariantArg* value) => SiApiEntries.Add<ArrayList>(handle, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqLength(IntPtr handle)
-        {
-            try
-            {
-                return Self(handle).Count;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte Remove(IntPtr handle, VariantArg* value) => SiApiEntries.Remove<ArrayList>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Clear(IntPtr handle) => SiApiEntries.Clear<ArrayList>(handle);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Add(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self.Add(Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqContains(IntPtr handle, VariantArg* value) => SiApiEntries.SqContains<ArrayList>(handle, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqGetItem(IntPtr handle, int index, IntPtr* result) => SiApiEntries.SqGetItem<ArrayList>(handle, index, result);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte Remove(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.Remove(Self(handle), value) ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index) => SiApiEntries.SqGetItemNoCheck<ArrayList>(handle, index);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqSetItem(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItem<ArrayList>(handle, index, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Clear(IntPtr handle)
-        {
-            try
-            {
-                Self(handle).Clear();
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value) => SiApiEntries.SqSetItemNoCheck<ArrayList>(handle, index, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Insert(IntPtr handle, int index, VariantArg* value) => SiApiEntries.Insert<ArrayList>(handle, index, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqContains(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.Contains(self, Elements.FromArg(self, value)) ? 1 : 0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int RemoveAt(IntPtr handle, int index) => SiApiEntries.RemoveAt<ArrayList>(handle, index);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result) => SiApiEntries.Pop<ArrayList>(handle, hasIndex, index, result);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqGetItem(IntPtr handle, int index, IntPtr* result)
-        {
-            try
-            {
-                return ListOperations.GetItem(Self(handle), index, result);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int SqInplaceConcat(IntPtr handle, IntPtr other) => SiApiEntries.SqInplaceConcat<ArrayList>(handle, other);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void SqInplaceRepeat(IntPtr handle, int count) => SiApiEntries.SqInplaceRepeat<ArrayList>(handle, count);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr SqGetItemNoCheck(IntPtr handle, int index)
-        {
-            try
-            {
-                return Variants.ToPyChecked(Self(handle)[index]);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step) =>
+            SiApiEntries.MpSetItems<ArrayList>(handle, source, start, length, step);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void MpRemoveItems(IntPtr handle, int start, int length, int step) =>
+            SiApiEntries.MpRemoveItems<ArrayList>(handle, start, length, step);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqSetItem(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.SetItem(Self(handle), index, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Reverse(IntPtr handle) => SiApiEntries.Reverse<ArrayList>(handle);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static void Sort(IntPtr handle, int reverse) => SiApiEntries.Sort<ArrayList>(handle, reverse);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void SqSetItemNoChek(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self[index] = Elements.FromArg(self, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value) =>
+            SiApiEntries.IndexBy<ArrayList>(handle, hasStart, start, hasStop, stop, value);
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static int CountOf(IntPtr handle, VariantArg* value) => SiApiEntries.CountOf<ArrayList>(handle, value);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Insert(IntPtr handle, int index, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); self.Insert(index, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int RemoveAt(IntPtr handle, int index)
-        {
-            try
-            {
-                return ListOperations.RemoveAt(Self(handle), index);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int Pop(IntPtr handle, int hasIndex, int index, IntPtr* result)
-        {
-            try
-            {
-                return ListOperations.Pop(Self(handle), hasIndex != 0, index, result);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return ListOperations.Failed;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int SqInplaceConcat(IntPtr handle, IntPtr other)
-        {
-            try
-            {
-                return ListOperations.InplaceConcat(Self(handle), Handles.Target(other));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void SqInplaceRepeat(IntPtr handle, int count)
-        {
-            try
-            {
-                ListOperations.InplaceRepeat(Self(handle), count);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int MpSetItems(IntPtr handle, IntPtr source, int start, int length, int step)
-        {
-            try
-            {
-                return ListOperations.SetItems(Self(handle), Handles.Target(source), start, length, step);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void MpRemoveItems(IntPtr handle, int start, int length, int step)
-        {
-            try
-            {
-                ListOperations.RemoveItems(Self(handle), start, length, step);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Reverse(IntPtr handle)
-        {
-            try
-            {
-                ListOperations.Reverse(Self(handle));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static void Sort(IntPtr handle, int reverse)
-        {
-            try
-            {
-                ListOperations.Sort(Self(handle), reverse != 0);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int IndexBy(IntPtr handle, int hasStart, int start, int hasStop, int stop, VariantArg* value)
-        {
-            try
-            {
-                return ListOperations.IndexBy(Self(handle), hasStart != 0, start, hasStop != 0, stop, value);
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return -1;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static int CountOf(IntPtr handle, VariantArg* value)
-        {
-            try
-            {
-                var self = Self(handle); return ListOperations.CountOf(self, Elements.FromArg(self, value));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
+        /// <summary>Grows the capacity to hold <paramref name="additional"/> more items (never shrinks).</summary>
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
         public static void EnsureCapacity(IntPtr handle, int additional)
         {
             try
             {
-                var self = Self(handle); long wanted = (long)self.Count + Math.Max(additional, 0); if (wanted > self.Capacity && wanted <= int.MaxValue) self.Capacity = (int)wanted;
+                var self = Handles.Self<ArrayList>(handle);
+                long wanted = (long)self.Count + Math.Max(additional, 0);
+                if (wanted > self.Capacity && wanted <= int.MaxValue)
+                    self.Capacity = (int)wanted;
             }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-            }
+            catch (Exception e) { EntryErrors.Report(e); }
         }
 
-        [UnmanagedCallersOnly]
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPyList(IntPtr list) => SiApiEntries.Create(&SiApiEntries.ListView, list);
 
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPyList(IntPtr list)
-        {
-            try
-            {
-                return Handles.Alloc(new PyListView(list));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence) => SiApiEntries.Create(&SiApiEntries.SequenceView, sequence);
 
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static IntPtr CreateInstanceFromPySequence(IntPtr sequence)
-        {
-            try
-            {
-                return Handles.Alloc(new PySequenceView(sequence));
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return IntPtr.Zero;
-            }
-        }
-
-        [UnmanagedCallersOnly]
-
-        [MethodImpl(MethodImplOptions.AggressiveOptimization)]
-        public static byte IsAssignableTo(IntPtr handle)
-        {
-            try
-            {
-                return Handles.Target(handle) is ArrayList ? (byte)1 : (byte)0;
-            }
-            catch (Exception e)
-            {
-                EntryErrors.Report(e);
-                return 0;
-            }
-        }
+        [UnmanagedCallersOnly, MethodImpl(AggressiveOptimization)]
+        public static byte IsAssignableTo(IntPtr handle) => SiApiEntries.IsAssignableTo<ArrayList>(handle);
     }
 }

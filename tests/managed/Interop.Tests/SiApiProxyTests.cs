@@ -142,6 +142,59 @@ namespace Orvane.Interop.Tests
             Handles.Free(l);
         }
 
+        // Each proxy casts its target to its own type, and every entry gives its
+        // own failure result with the error reported once.
+        [Fact]
+        public void WrongTargetsAndNullHandlesFailWithEachEntrysResult()
+        {
+            IntPtr array = Handles.Alloc(new[] { 1, 2, 3 });
+            IntPtr list = Handles.Alloc(new List<int> { 1, 2 });
+            string Reported()
+            {
+                string error = Assert.Single(FakePython.ReportedErrors);
+                FakePython.ReportedErrors.Clear();
+                return error;
+            }
+
+            Assert.Equal(3, ((delegate* unmanaged<IntPtr, int>)&SiApiCntCollection.SqLength)(array));
+            Assert.Equal(-1, ((delegate* unmanaged<IntPtr, int>)&SiApiArrayList.SqLength)(array));
+            Assert.StartsWith("System.InvalidCastException", Reported());
+            Assert.Equal(-1, ((delegate* unmanaged<IntPtr, int>)&SiApiArray.SqLength)(list));
+            Assert.StartsWith("System.InvalidCastException", Reported());
+            IntPtr item = (IntPtr)1;
+            Assert.Equal(-1, ((delegate* unmanaged<IntPtr, int, IntPtr*, int>)&SiApiArray.SqGetItem)(list, 0, &item));
+            Assert.StartsWith("System.InvalidCastException", Reported());
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, int, IntPtr*, int>)&SiApiCntList.SqGetItem)(array, 0, &item));
+            Assert.Equal(1, Result(item));
+            Assert.Empty(FakePython.ReportedErrors);
+
+            VariantArg one = FakePython.Arg(1);
+            IntPtr none = IntPtr.Zero;
+            Assert.Equal(IntPtr.Zero, ((delegate* unmanaged<IntPtr, int, IntPtr>)&SiApiArrayList.SqGetItemNoCheck)(none, 0));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            Assert.Equal(-1, ((delegate* unmanaged<IntPtr, int, VariantArg*, int>)&SiApiArrayList.SqSetItem)(none, 0, &one));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, VariantArg*, int>)&SiApiArray.SqContains)(none, &one));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, VariantArg*, int>)&SiApiCntCollection.CountOf)(none, &one));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, VariantArg*, byte>)&SiApiArrayList.Remove)(none, &one));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            var indexBy = (delegate* unmanaged<IntPtr, int, int, int, int, VariantArg*, int>)&SiApiArray.IndexBy;
+            Assert.Equal(-1, indexBy(none, 0, 0, 0, 0, &one));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+            Assert.Equal(-1, ((delegate* unmanaged<IntPtr, int, int>)&SiApiArrayList.RemoveAt)(none, 0));
+            Assert.StartsWith("System.NullReferenceException", Reported());
+
+            // Type tests never fail: a null handle is simply not of the type.
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, byte>)&SiApiEnumerable.IsAssignableTo)(none));
+            Assert.Equal(1, ((delegate* unmanaged<IntPtr, byte>)&SiApiEnumerable.IsAssignableTo)(list));
+            Assert.Equal(0, ((delegate* unmanaged<IntPtr, byte>)&SiApiArray.IsAssignableTo)(list));
+            Assert.Empty(FakePython.ReportedErrors);
+            Handles.Free(array);
+            Handles.Free(list);
+        }
+
         [Fact]
         public void EnumerationAndCollectionBases()
         {
