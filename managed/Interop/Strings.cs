@@ -44,6 +44,9 @@ namespace Orvane.WrpGen.Interop
         private const int RecentMaxLength = 16;
         private static readonly string?[] Recent = new string?[RecentSlots];
 
+        // Compiled optimised at first use, like the entries that call it: its precompiled code
+        // would run until the runtime's tiering gets round to it.
+        [System.Runtime.CompilerServices.MethodImpl(System.Runtime.CompilerServices.MethodImplOptions.AggressiveOptimization)]
         private static string WidenShort(byte* data, int length)
         {
             if (length <= RecentMaxLength)
@@ -59,6 +62,7 @@ namespace Orvane.WrpGen.Interop
             return Widen(data, length);
         }
 
+        [System.Runtime.CompilerServices.MethodImpl(System.Runtime.CompilerServices.MethodImplOptions.AggressiveInlining)]
         private static bool SameLatin1(string text, byte* data, int length)
         {
             if (text.Length != length)
