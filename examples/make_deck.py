@@ -52,8 +52,9 @@ def build(path):
     bullets.width = 420
     bullets.text_frame.text = "Slides, shapes and text\nTables and pictures\nThemes, effects and links"
     table = body.shapes.add_table(520, 150, [110.0, 110.0, 110.0], [30.0, 30.0, 30.0])
-    table.merge_cells(table.rows[0][0], table.rows[0][2], False)
-    table.rows[0][0].text_frame.text = "Features"
+    # table[column, row] and table.rows[row][column] are the same cell.
+    table.merge_cells(table[0, 0], table[2, 0], False)
+    table[0, 0].text_frame.text = "Features"
     for r, row in enumerate(table.rows[1:], start=1):
         for c, cell in enumerate(row):
             cell.text_frame.text = f"{r}.{c + 1}"

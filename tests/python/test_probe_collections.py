@@ -336,6 +336,39 @@ class CollectionTests(unittest.TestCase):
         self.assertFalse(hasattr(c, "append"))
 
 
+class KeyedIndexerTests(unittest.TestCase):
+    """Indexers that take keys rather than positions: x[a, b] and x[k] call get_item/set_item."""
+
+    def test_two_indices_read_and_write_through_a_tuple_key(self):
+        g = probe.Grid()
+        g[1, 2] = "b"
+        g.set_item(0, 0, "a")
+        self.assertEqual((g[1, 2], g[0, 0], g.get_item(1, 2)), ("b", "a", "b"))
+        # A managed failure (no such cell) surfaces like any other.
+        with self.assertRaises(RuntimeError):
+            g[2, 2]
+
+    def test_overloaded_indexers_dispatch_on_the_key(self):
+        g = probe.Grid()
+        g[3, 4] = "x"
+        self.assertEqual((g["four"], g[3, 4]), (4, "x"))
+        for bad in (lambda: g[1], lambda: g["a", 2], lambda: g[1, 2, 3]):
+            with self.assertRaises(TypeError):
+                bad()
+
+    def test_read_only_and_deletion_are_refused(self):
+        lengths = probe.Lengths()
+        self.assertEqual(lengths["abc"], 3)
+        assert_message(self, TypeError, "can't build String from 'int'", lengths.__getitem__, 3)
+        with self.assertRaises(TypeError) as cm:
+            lengths["abc"] = 4
+        self.assertIn("does not support item assignment", str(cm.exception))
+        g = probe.Grid()
+        g[0, 0] = "a"
+        assert_message(self, TypeError, "'orvane_probe.Grid' object doesn't support item deletion", g.__delitem__, (0, 0))
+        self.assertEqual(g[0, 0], "a")
+
+
 class EnumerationTests(unittest.TestCase):
     def test_enumerable(self):
         r = C.range(3)

@@ -36,6 +36,10 @@ class ShapesFromPythonTest(unittest.TestCase):
         first = back.rows[0][0]
         self.assertEqual((first.col_span, first.row_span, first.is_merged_cell), (2, 1, True))
         self.assertEqual(back.rows[1][2].text_frame.text, "1:2")
+        # table[column, row] is the same cell as rows[row][column].
+        self.assertEqual((back[2, 1].text_frame.text, back[2, 1]), ("1:2", back.rows[1][2]))
+        with self.assertRaises(RuntimeError):
+            back[3, 0]
         self.assertEqual(first.text_frame.text.split(), ["0:0", "0:1"])
 
     def test_pictures_are_stored_once_and_read_back_with_their_crop(self):

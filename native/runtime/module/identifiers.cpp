@@ -39,6 +39,8 @@ PyObject* PyWrpIdList_Pop = nullptr;
 PyObject* PyWrpIdList_Clear = nullptr;
 PyObject* PyWrpIdList_Remove = nullptr;
 PyObject* PyWrpIdList_Index = nullptr;
+PyObject* PyWrpIdItem_Get = nullptr;
+PyObject* PyWrpIdItem_Set = nullptr;
 PyObject* PyWrpIdTraceBack_FormatException = nullptr;
 PyObject* PyWrpIdTraceBack_FormatExceptionOnly = nullptr;
 PyObject* PyWrpIdTraceBack_FormatExceptionWarning = nullptr;
@@ -89,6 +91,8 @@ void fn_intern_identifiers()
     PyWrpIdList_Clear = PyUnicode_InternFromString("clear");
     PyWrpIdList_Remove = PyUnicode_InternFromString("remove");
     PyWrpIdList_Index = PyUnicode_InternFromString("index");
+    PyWrpIdItem_Get = PyUnicode_InternFromString("get_item");
+    PyWrpIdItem_Set = PyUnicode_InternFromString("set_item");
     PyWrpIdTraceBack_FormatException = PyUnicode_InternFromString("format_exception");
     PyWrpIdTraceBack_FormatExceptionOnly = PyUnicode_InternFromString("format_exception_only");
     PyWrpIdTraceBack_FormatExceptionWarning = PyUnicode_InternFromString("FormatCallbackException");

@@ -41,6 +41,8 @@ extern PyObject* PyWrpIdList_Pop;
 extern PyObject* PyWrpIdList_Clear;
 extern PyObject* PyWrpIdList_Remove;
 extern PyObject* PyWrpIdList_Index;
+extern PyObject* PyWrpIdItem_Get;
+extern PyObject* PyWrpIdItem_Set;
 extern PyObject* PyWrpIdTraceBack_FormatException;
 extern PyObject* PyWrpIdTraceBack_FormatExceptionOnly;
 extern PyObject* PyWrpIdTraceBack_FormatExceptionWarning;

@@ -48,6 +48,34 @@ namespace WrpGen.Tests
         }
 
         [Fact]
+        public void KeyedIndexersBecomeItemAccessorsBehindTheTypesSubscript()
+        {
+            // Read and write of two indices, declared by the interface and the class alike.
+            string grid = _g.Read("cs/Wrp.Fixture.Grid.cs");
+            Assert.Contains("public static void call_000_get_Item(IntPtr self, int a0, int a1, IntPtr* result)", grid);
+            Assert.Contains("*result = Strings.ToPy(Handles.Self<global::Wrp.Fixture.Grid>(self)[a0, a1]);", grid);
+            Assert.Contains("Handles.Self<global::Wrp.Fixture.Grid>(self)[a0, a1] = Strings.FromArg(a2);", grid);
+            Assert.Contains("return Handles.Self<global::Wrp.Fixture.Grid>(self)[Strings.FromArg(a0)];", grid);
+            Assert.Contains("Handles.Self<global::Wrp.Fixture.IGrid>(self)[a0, a1] = Strings.FromArg(a2);",
+                _g.Read("cs/Wrp.Fixture.IGrid.cs"));
+
+            // Two indexers: get_item is a dispatcher; x[...] reaches it through the runtime's keyed slots.
+            string unit = _g.Unit("Grid");
+            Assert.Contains("{\"get_item\", (PyCFunction)(void (*)(void))wrpPy_mgfn_000_get_item,", unit);
+            Assert.Contains("&wrpPye_keyed_items_rw, // tp_as_mapping", unit);
+            Assert.Contains("&wrpPye_keyed_items_rw, // tp_as_mapping", _g.Unit("IGrid"));
+            // An int indexer without a Count is keyed too, and read-only.
+            Assert.Contains("&wrpPye_keyed_items_ro, // tp_as_mapping", _g.Unit("Document"));
+            Assert.Contains("Handles.Self<global::Wrp.Fixture.Document>(self)[a0]", _g.Read("cs/Wrp.Fixture.Document.cs"));
+            Assert.Contains("nullptr, // tp_as_mapping", _g.Unit("Kinds"));
+
+            string stubs = _g.Read("pyi/orvane/fixture/__init__.pyi");
+            Assert.Contains("def __getitem__(self, key: typing.Tuple[int, int]) -> typing.Optional[str]: ...", stubs);
+            Assert.Contains("def __getitem__(self, key: typing.Optional[str]) -> int: ...", stubs);
+            Assert.Contains("def __setitem__(self, key: typing.Tuple[int, int], value: typing.Optional[str]) -> None: ...", stubs);
+        }
+
+        [Fact]
         public void NullablesPassNoValueForNoneAndComeBackAsPythonValues()
         {
             string maybe = GeneratedFixture.Function(_g.Unit("Document"), "static int wrpPy_pafn_000_set_maybe(");

@@ -24,7 +24,6 @@ namespace WrpGen.Tests
                 "Wrp.Fixture.Document.Changed(System.EventHandler)\tdelegate",
                 "Wrp.Fixture.Document.Echo(T)\tgeneric",
                 "Wrp.Fixture.Document.Inner\tunsupported",
-                "Wrp.Fixture.Document.Item(System.Int32)\tindexer",
                 "Wrp.Fixture.Kinds.Map()\tcollection",
                 "Wrp.Fixture.Kinds.Ranges(System.Int32[,])\tarray",
                 "Wrp.Fixture.Kinds.Slot()\tbyref",

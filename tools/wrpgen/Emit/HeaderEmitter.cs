@@ -20,6 +20,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("#include \"interop/collections.h\"");
             w.Line("#include \"interop/streams.h\"");
             w.Line("#include \"interop/generated_slots.h\"");
+            w.Line("#include \"interop/keyed_items.h\"");
             w.Line("#include \"interop/generic_wrappers.h\"");
             w.Line();
             w.Line("#include <cstring>");

@@ -100,7 +100,7 @@ namespace Orvane.WrpGen.Emit
                         AddResult(parms, m.Result);
                         ret = Kinds.CsReturnType(m.Result);
                         string target = m.IsStatic ? type : Self(t);
-                        string call = $"{target}.{Identifier(m.Name)}({Args(m.Parameters.Select(p => p.Type))})";
+                        string call = Call(target, m);
                         body = !m.Parameters.Any(p => p.Type.Kind == BindKind.ByRef) ? Kinds.CsReturn(m.Result, call)
                              : m.Result.Kind == BindKind.Void ? WithByRefs(m, call + ";", "")
                              : WithByRefs(m, $"var value = {call};", Kinds.CsReturn(m.Result, "value"));
@@ -238,9 +238,23 @@ namespace Orvane.WrpGen.Emit
                 parms.Add(extra);
         }
 
-        private static string Args(IEnumerable<TypeRef> types) =>
-            string.Join(", ", types.Select((p, i) => p.Kind == BindKind.ByRef
+        private static string Args(IEnumerable<TypeRef> types) => string.Join(", ", ArgList(types));
+
+        private static IEnumerable<string> ArgList(IEnumerable<TypeRef> types) =>
+            types.Select((p, i) => p.Kind == BindKind.ByRef
                 ? (p.IsOut ? "out " : "ref ") + $"r{i}"
-                : Kinds.CsArg(p, $"a{i}")));
+                : Kinds.CsArg(p, $"a{i}"));
+
+        /// <summary>The managed expression of a method entry: a call, or an indexer read or write.</summary>
+        private static string Call(string target, MethodModel m)
+        {
+            var args = ArgList(m.Parameters.Select(p => p.Type)).ToList();
+            return m.Access switch
+            {
+                MemberAccess.IndexGet => $"{target}[{string.Join(", ", args)}]",
+                MemberAccess.IndexSet => $"{target}[{string.Join(", ", args.Take(args.Count - 1))}] = {args[^1]}",
+                _ => $"{target}.{Identifier(m.Name)}({string.Join(", ", args)})",
+            };
+        }
     }
 }

@@ -117,6 +117,26 @@ namespace Orvane.WrpGen.Emit
                     }
                     before++;
                 }
+                // x[k] and x[a, b] of a keyed indexer; the key of several indices is a tuple.
+                string Key(IEnumerable<ParameterModel> ps)
+                {
+                    var types = ps.Select(p => PyType(p.Type, true)).ToList();
+                    return types.Count == 1 ? types[0] : $"typing.Tuple[{string.Join(", ", types)}]";
+                }
+                foreach (var (slot, access) in new[] { (t.KeyedGet, MemberAccess.IndexGet), (t.KeyedSet, MemberAccess.IndexSet) })
+                {
+                    if (slot == null || slot.Source == SlotSource.Inherited)
+                        continue;
+                    var accessors = slot.Candidates.Where(c => c.Method.Access == access).Select(c => c.Method).ToList();
+                    foreach (var a in accessors)
+                    {
+                        if (accessors.Count > 1) w.Line("@typing.overload");
+                        w.Line(access == MemberAccess.IndexGet
+                            ? $"def __getitem__(self, key: {Key(a.Parameters)}) -> {PyType(a.Result, true)}: ..."
+                            : $"def __setitem__(self, key: {Key(a.Parameters.Take(a.Parameters.Count - 1))}, value: {PyType(a.Parameters[^1].Type, true)}) -> None: ...");
+                    }
+                    before++;
+                }
                 if (before == 0) w.Line("...");
                 w.Outdent().Line();
             }

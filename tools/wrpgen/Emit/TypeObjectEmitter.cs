@@ -145,7 +145,10 @@ namespace Orvane.WrpGen.Emit
             w.Line("nullptr, // tp_as_number");
             bool coll = t.Indexer != null;
             w.Line((coll ? $"&{ns}::{CollectionSlotEmitter.SequenceTable(t)}" : "nullptr") + ", // tp_as_sequence");
-            w.Line((coll ? $"&{ns}::{CollectionSlotEmitter.MappingTable(t)}" : "nullptr") + ", // tp_as_mapping");
+            string mapping = coll ? $"&{ns}::{CollectionSlotEmitter.MappingTable(t)}"
+                : t.KeyedGet == null ? "nullptr"
+                : t.KeyedSet == null ? "&wrpPye_keyed_items_ro" : "&wrpPye_keyed_items_rw";
+            w.Line(mapping + ", // tp_as_mapping");
             w.Line("wrapClrObject_hash, // tp_hash");
             w.Line("nullptr, // tp_call");
             w.Line("nullptr, // tp_str");

@@ -120,6 +120,16 @@ namespace Orvane.WrpGen.Model
         public string PyName { get; set; } = "";
     }
 
+    /// <summary>How managed code reaches a bound method.</summary>
+    internal enum MemberAccess
+    {
+        Call,
+        /// <summary>An indexer read, obj[i, ...]: bound as get_item, which the type's x[...] calls.</summary>
+        IndexGet,
+        /// <summary>An indexer write, obj[i, ...] = value (the last parameter): bound as set_item.</summary>
+        IndexSet,
+    }
+
     /// <summary>A constructor or method; also the entry that binds it.</summary>
     internal sealed class MethodModel
     {
@@ -134,6 +144,7 @@ namespace Orvane.WrpGen.Model
         public TypeRef Result { get; }
         /// <summary>A struct's implicit parameterless constructor, absent from metadata.</summary>
         public bool IsImplicitDefault { get; init; }
+        public MemberAccess Access { get; set; } = MemberAccess.Call;
         public string? SkipKind { get; set; }
         public bool IsBound => SkipKind == null;
         /// <summary>Index among the overloads of this managed name, skipped ones included.</summary>
@@ -273,6 +284,12 @@ namespace Orvane.WrpGen.Model
 
         /// <summary>An int indexer beside a Count: the type gets the collection protocol slots.</summary>
         public IndexerModel? Indexer { get; set; }
+        /// <summary>
+        /// Any other indexer, bound as get_item (and set_item when writable): the type's x[k] and
+        /// x[a, b] call them. Set by the sharing pass, since the accessors may come from an interface or a base.
+        /// </summary>
+        public PyMethodSlot? KeyedGet { get; set; }
+        public PyMethodSlot? KeyedSet { get; set; }
         /// <summary>Whether the managed type is enumerable (iteration goes through its enumerator).</summary>
         public bool IsEnumerable { get; set; }
         /// <summary>T of the IEnumerable&lt;T&gt; the type implements, if any.</summary>

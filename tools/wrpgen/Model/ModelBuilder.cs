@@ -157,7 +157,11 @@ namespace Orvane.WrpGen.Model
                 }
                 foreach (var p in level.GetProperties(Declared | BindingFlags.Instance | BindingFlags.Static))
                 {
-                    if (!propertyNames.Add(p.Name))
+                    // Indexers share the name Item: each signature is a member of its own.
+                    var index = p.GetIndexParameters();
+                    string key = index.Length == 0 ? p.Name
+                        : p.Name + "(" + string.Join(",", index.Select(i => i.ParameterType.FullName)) + ")";
+                    if (!propertyNames.Add(key))
                         continue;
                     CollectProperty(bt, p);
                 }
@@ -235,9 +239,11 @@ namespace Orvane.WrpGen.Model
             }
             if (index.Length > 0)
             {
-                _model.Skipped.Add(new SkippedEntry(
-                    Sig(bt, p.Name, string.Join(", ", p.GetIndexParameters().Select(i => TypeClassifier.DisplayName(i.ParameterType)))),
-                    "indexer"));
+                // Any other indexer is reached by key: its accessors become get_item and set_item.
+                if (getter is { IsStatic: false })
+                    bt.Methods.Add(KeyedAccessor(bt, getter, MemberAccess.IndexGet));
+                if (setter is { IsStatic: false })
+                    bt.Methods.Add(KeyedAccessor(bt, setter, MemberAccess.IndexSet));
                 return;
             }
             var type = _classifier.Classify(p.PropertyType);
@@ -254,6 +260,13 @@ namespace Orvane.WrpGen.Model
                 return;
             }
             bt.Properties.Add(new PropertyModel(bt, p.Name, type, getter != null, setter != null, isField: false) { ReportSignature = sig });
+        }
+
+        private MethodModel KeyedAccessor(BoundType bt, MethodInfo accessor, MemberAccess access)
+        {
+            var m = MakeMethod(bt, accessor, accessor.Name, isCtor: false, isStatic: false);
+            m.Access = access;
+            return m;
         }
 
         private void CollectField(BoundType bt, FieldInfo f)

@@ -56,3 +56,20 @@ namespace Wrp.Fixture
         public static IReadOnlyList<IPage> Snapshot(ICollection<IPage> pages) => new List<IPage>(pages);
     }
 }
+
+namespace Wrp.Fixture
+{
+    /// <summary>A keyed indexer of two indices, readable and writable, through an interface.</summary>
+    public interface IGrid
+    {
+        string this[int column, int row] { get; set; }
+    }
+
+    /// <summary>The interface's indexer and one more by another key: x[...] dispatches between them.</summary>
+    public sealed class Grid : IGrid
+    {
+        private readonly Dictionary<(int, int), string> _cells = new();
+        public string this[int column, int row] { get => _cells[(column, row)]; set => _cells[(column, row)] = value; }
+        public int this[string name] => name.Length;
+    }
+}
