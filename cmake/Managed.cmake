@@ -45,11 +45,13 @@ function(dotnet_build target)
 endfunction()
 
 # wrpgen_module(<target> ASSEMBLY <dll> [ASSEMBLY_TARGET <target making it>] MODULE <python module>
-#               PROXY <proxy assembly name> NAME <short name> [SIBLINGS <dll>=<module>...] [EXPORT_CAPSULES])
+#               PROXY <proxy assembly name> NAME <short name> [SIBLINGS <dll>=<module>...] [EXPORT_CAPSULES]
+#               [STAGE_STUBS])
 # Runs the generator; its C++ goes to gen/<NAME>/cpp as a fixed set of shards
 # (so CMake knows the file names before the generator runs), its C# to gen/<NAME>/cs.
+# STAGE_STUBS copies the module's .pyi stubs into the staged tree for editors.
 function(wrpgen_module target)
-  cmake_parse_arguments(A "EXPORT_CAPSULES" "ASSEMBLY;ASSEMBLY_TARGET;MODULE;PROXY;NAME" "SIBLINGS;DEPENDS" ${ARGN})
+  cmake_parse_arguments(A "EXPORT_CAPSULES;STAGE_STUBS" "ASSEMBLY;ASSEMBLY_TARGET;MODULE;PROXY;NAME" "SIBLINGS;DEPENDS" ${ARGN})
   set(_out "${GEN_DIR}/${A_NAME}")
   set(_shards "")
   math(EXPR _last "${WRPGEN_SHARDS} - 1")
@@ -69,10 +71,15 @@ function(wrpgen_module target)
   if(A_EXPORT_CAPSULES)
     list(APPEND _args --export-capsules)
   endif()
+  set(_stage_stubs "")
+  if(A_STAGE_STUBS)
+    set(_stage_stubs COMMAND "${CMAKE_COMMAND}" -E copy_directory "${_out}/pyi" "${STAGE_DIR}")
+  endif()
   add_custom_command(
     OUTPUT "${_out}/wrpgen.stamp"
     BYPRODUCTS ${_shards} "${_out}/cpp/wrp_module.h" "${_out}/cpp/wrp_entry.h"
     COMMAND "${DOTNET_EXE}" "${DOTNET_OUT}/WrpGen/WrpGen.dll" ${_args}
+    ${_stage_stubs}
     COMMAND "${CMAKE_COMMAND}" -E touch "${_out}/wrpgen.stamp"
     DEPENDS "${A_ASSEMBLY}" "${DOTNET_OUT}/WrpGen/WrpGen.dll" ${A_DEPENDS}
     COMMENT "WrpGen ${A_MODULE}"

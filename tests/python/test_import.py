@@ -1,5 +1,7 @@
 """The package imports through a real CoreCLR and builds its whole module tree."""
+import ast
 import enum
+import os
 import unittest
 
 from support import clean_env, run_python
@@ -33,6 +35,33 @@ class ModuleTreeTest(unittest.TestCase):
         from orvane.folaro.export import web  # noqa: F401  (registered in sys.modules)
         import importlib
         self.assertIs(importlib.import_module("orvane.folaro.export.web"), f.export.web)
+
+
+class StubsTest(unittest.TestCase):
+    """Editors read the generated stubs beside the extension modules; imports still find the modules."""
+
+    def stub(self, *parts):
+        package = os.path.dirname(f.__file__)
+        with open(os.path.join(package, *parts, "__init__.pyi"), encoding="utf-8") as source:
+            return ast.parse(source.read())
+
+    def classes(self, tree):
+        return {node.name: node for node in tree.body if isinstance(node, ast.ClassDef)}
+
+    def test_stubs_parse_and_name_the_bound_members(self):
+        classes = self.classes(self.stub("folaro"))
+        members = {n.name for n in classes["Table"].body if isinstance(n, ast.FunctionDef)}
+        self.assertTrue({"__getitem__", "merge_cells", "rows"} <= members, members)
+        members = {n.name for n in classes["SlideCollection"].body if isinstance(n, ast.FunctionDef)}
+        self.assertTrue({"__len__", "__getitem__", "__iter__", "add_empty_slide"} <= members, members)
+        self.assertIn("PdfOptions", self.classes(self.stub("folaro", "export")))
+        self.assertIn("Color", self.classes(self.stub("pymarel")))
+        self.assertTrue(os.path.isfile(os.path.join(os.path.dirname(f.__file__), "py.typed")))
+
+    def test_the_stub_folders_do_not_hide_the_extension_modules(self):
+        import orvane.pymarel as m
+        for module in (f, m):
+            self.assertTrue(module.__file__.endswith(".so"), module.__file__)
 
 
 class TypesTest(unittest.TestCase):

@@ -73,6 +73,10 @@ namespace WrpGen.Tests
             Assert.Contains("def __getitem__(self, key: typing.Tuple[int, int]) -> typing.Optional[str]: ...", stubs);
             Assert.Contains("def __getitem__(self, key: typing.Optional[str]) -> int: ...", stubs);
             Assert.Contains("def __setitem__(self, key: typing.Tuple[int, int], value: typing.Optional[str]) -> None: ...", stubs);
+            // Collections show their sequence protocol with the element type.
+            Assert.Contains("def __getitem__(self, index: int) -> \"IPage\": ...", stubs);
+            Assert.Contains("def __iter__(self) -> typing.Iterator[\"IPage\"]: ...", stubs);
+            Assert.Contains("def __setitem__(self, index: int, value: \"IPage\") -> None: ...", stubs);
         }
 
         [Fact]

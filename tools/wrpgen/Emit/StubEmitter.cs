@@ -117,6 +117,21 @@ namespace Orvane.WrpGen.Emit
                     }
                     before++;
                 }
+                // The sequence protocol of a collection type: its element, by index or slice, and in order.
+                if (t.Indexer is { } ix)
+                {
+                    string element = PyType(ix.Element, false);
+                    w.Line("def __len__(self) -> int: ...");
+                    w.Line("@typing.overload");
+                    w.Line($"def __getitem__(self, index: int) -> {element}: ...");
+                    w.Line("@typing.overload");
+                    w.Line($"def __getitem__(self, index: slice) -> typing.List[{element}]: ...");
+                    if (ix.CanWrite)
+                        w.Line($"def __setitem__(self, index: int, value: {element}) -> None: ...");
+                    w.Line($"def __iter__(self) -> typing.Iterator[{element}]: ...");
+                    w.Line("def __contains__(self, value: object) -> bool: ...");
+                    before++;
+                }
                 // x[k] and x[a, b] of a keyed indexer; the key of several indices is a tuple.
                 string Key(IEnumerable<ParameterModel> ps)
                 {
