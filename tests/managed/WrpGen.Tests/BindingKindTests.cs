@@ -77,6 +77,10 @@ namespace WrpGen.Tests
             Assert.Contains("def __getitem__(self, index: int) -> \"IPage\": ...", stubs);
             Assert.Contains("def __iter__(self) -> typing.Iterator[\"IPage\"]: ...", stubs);
             Assert.Contains("def __setitem__(self, index: int, value: \"IPage\") -> None: ...", stubs);
+            // Typed collections in signatures name their element.
+            Assert.Contains("def pages(pages: typing.Sequence[\"IPage\"]) -> typing.Iterable[\"IPage\"]: ...", stubs);
+            Assert.Contains("def walk(pages: typing.Iterable[\"IPage\"]) -> typing.Iterator[\"IPage\"]: ...", stubs);
+            Assert.Contains("def names(names: typing.Sequence[str], numbers: typing.Iterable[int]) -> typing.Sequence[str]: ...", stubs);
         }
 
         [Fact]

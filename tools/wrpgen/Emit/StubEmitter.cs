@@ -46,8 +46,16 @@ namespace Orvane.WrpGen.Emit
                     case BindKind.ByRef: return "typing.List[typing.Any]";
                     case BindKind.Stream: return "typing.BinaryIO";
                     case BindKind.Collection:
-                        return t.Collection is CollectionKind.IEnumerator or CollectionKind.GenericEnumerator
-                            ? "typing.Iterator[typing.Any]" : "typing.Sequence[typing.Any]";
+                        {
+                            // Typed collections name their element; the untyped ones hold anything.
+                            string item = t.Element != null ? PyType(t.Element, false) : "typing.Any";
+                            return t.Collection switch
+                            {
+                                CollectionKind.IEnumerator or CollectionKind.GenericEnumerator => $"typing.Iterator[{item}]",
+                                CollectionKind.GenericEnumerable => $"typing.Iterable[{item}]",
+                                _ => $"typing.Sequence[{item}]",
+                            };
+                        }
                     case BindKind.Object:
                     case BindKind.SiblingObject:
                         {
