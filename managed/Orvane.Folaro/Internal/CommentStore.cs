@@ -62,9 +62,11 @@ internal static class CommentStore
 
     private static bool SameGuid(string? a, string? b) => a != null && b != null && string.Equals(a, b, StringComparison.OrdinalIgnoreCase);
 
-    internal static P.CommentAuthor NewLegacyAuthor(Presentation owner, string name, string initials)
+    internal static P.CommentAuthor NewLegacyAuthor(Presentation owner, string name, string initials) =>
+        NewLegacyAuthor(owner.PresentationPart, name, initials);
+
+    internal static P.CommentAuthor NewLegacyAuthor(PresentationPart pres, string name, string initials)
     {
-        var pres = owner.PresentationPart;
         var part = pres.CommentAuthorsPart ?? pres.AddNewPart<CommentAuthorsPart>();
         part.CommentAuthorList ??= new P.CommentAuthorList();
         var list = part.CommentAuthorList;

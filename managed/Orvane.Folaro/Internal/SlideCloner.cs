@@ -6,8 +6,10 @@ namespace Orvane.Folaro.Internal;
 
 // Copies a slide within its own presentation. The copy keeps the relationship ids of the
 // source, so every r:id in the cloned XML still points at the right target. Layout, media
-// and other shared parts are referenced, not copied; notes slides and charts are copied,
-// since those belong to exactly one slide.
+// and other shared parts are referenced, not copied; notes slides, charts, the theme
+// override and classic comments are copied, since those belong to exactly one slide and
+// are edited through it. Threaded comments name their slide and carry ids of their own;
+// the copy starts without them rather than share the source's.
 internal static class SlideCloner
 {
     internal static SlidePart CloneWithin(PresentationPart pres, SlidePart source)
@@ -23,6 +25,14 @@ internal static class SlideCloner
                     break;
                 case ChartPart chart:
                     CopyDeep(chart, copy.AddNewPart<ChartPart>(pair.RelationshipId));
+                    break;
+                case ThemeOverridePart theme:
+                    CopyDeep(theme, copy.AddNewPart<ThemeOverridePart>(pair.RelationshipId));
+                    break;
+                case SlideCommentsPart comments:
+                    CommentCopier.Copy(comments, copy, pair.RelationshipId);
+                    break;
+                case PowerPointCommentPart:
                     break;
                 default:
                     copy.AddPart(pair.OpenXmlPart, pair.RelationshipId);

@@ -21,6 +21,9 @@ internal static class SlideImporter
         var layout = LayoutFor(target, source.SlideLayoutPart
             ?? throw new PptxEditException($"part '{source.Uri}': the slide to clone has no layout"));
         var media = MediaIndex.Of((PresentationDocument)target.OpenXmlPackage);
+        // Parts copied from the other package are read from their streams: edits still held
+        // in their loaded XML are written there first.
+        FlushLoaded(source);
         var copy = target.AddNewPart<SlidePart>();
         copy.Slide = (P.Slide)source.Slide.CloneNode(true);
         foreach (var pair in source.Parts.ToList())
@@ -40,6 +43,12 @@ internal static class SlideImporter
                     // A jump to another slide of the source deck has nowhere to point here.
                     DropLinks(copy.Slide, pair.RelationshipId);
                     break;
+                case SlideCommentsPart comments:
+                    CommentCopier.Copy(comments, copy, pair.RelationshipId);
+                    break;
+                case PowerPointCommentPart:
+                    // Threaded comments name their slide and authors by ids of the source deck.
+                    break;
                 default:
                     copy.AddPart(pair.OpenXmlPart, pair.RelationshipId);
                     break;
@@ -47,6 +56,17 @@ internal static class SlideImporter
         }
         CopyLinks(source, copy, target.OpenXmlPackage, media);
         return copy;
+    }
+
+    private static void FlushLoaded(OpenXmlPart part, HashSet<OpenXmlPart>? seen = null)
+    {
+        seen ??= new HashSet<OpenXmlPart>();
+        if (!seen.Add(part))
+            return;
+        if (part.IsRootElementLoaded)
+            part.RootElement!.Save();
+        foreach (var child in part.Parts)
+            FlushLoaded(child.OpenXmlPart, seen);
     }
 
     private static SlideLayoutPart LayoutFor(PresentationPart target, SlideLayoutPart sourceLayout)

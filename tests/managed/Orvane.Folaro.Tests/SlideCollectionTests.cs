@@ -114,6 +114,61 @@ public class SlideCollectionTests
     }
 
     [Fact]
+    public void CloneGetsItsOwnThemeOverrideAndComments()
+    {
+        using IPresentation pres = new Presentation();
+        var source = pres.Slides.AddEmptySlide(pres.LayoutSlides.GetByType(SlideLayoutType.Blank)!);
+        var overridden = source.ThemeManager.OverrideTheme;
+        overridden.InitColorScheme();
+        overridden.ColorScheme!.Accent1 = Orvane.Marel.Color.Lime;
+        var author = pres.CommentAuthors.AddAuthor("Ana Lima", "AL");
+        var first = author.Comments.AddComment("Check this", source, new Orvane.Marel.PointF(10f, 10f), new DateTime(2026, 1, 2));
+        first.AddReply(author, "Checked", new DateTime(2026, 1, 3));
+
+        var clone = pres.Slides.AddClone(source);
+        Assert.Equal(Orvane.Marel.Color.Lime.ToArgb(), clone.ThemeManager.OverrideTheme.ColorScheme!.Accent1.ToArgb());
+        var copied = clone.GetSlideComments(null);
+        Assert.Equal(new[] { "Check this", "Checked" }, copied.Select(c => c.Text));
+        // The copied reply answers the copied comment, not the source's.
+        Assert.Same(copied[0], copied[1].ParentComment);
+        // Editing the copy's theme and comments leaves the source's alone.
+        clone.ThemeManager.OverrideTheme.ColorScheme!.Accent1 = Orvane.Marel.Color.Red;
+        author.Comments.AddComment("Only on the copy", clone, new Orvane.Marel.PointF(20f, 20f), new DateTime(2026, 1, 3));
+        Assert.Equal(Orvane.Marel.Color.Lime.ToArgb(), source.ThemeManager.OverrideTheme.ColorScheme!.Accent1.ToArgb());
+        Assert.Equal(new[] { "Check this", "Checked" }, source.GetSlideComments(null).Select(c => c.Text));
+
+        var bytes = TestFiles.SaveToBytes(pres);
+        Assert.True(TestFiles.Validate(bytes).Count == 0, TestFiles.Describe(TestFiles.Validate(bytes)));
+        using IPresentation back = new Presentation(new MemoryStream(bytes));
+        Assert.Equal(Orvane.Marel.Color.Red.ToArgb(), back.Slides[^1].ThemeManager.OverrideTheme.ColorScheme!.Accent1.ToArgb());
+        Assert.Equal(3, back.Slides[^1].GetSlideComments(null).Length);
+        Assert.Equal(2, back.Slides[^2].GetSlideComments(null).Length);
+        Assert.Same(back.Slides[^2].GetSlideComments(null)[0], back.Slides[^2].GetSlideComments(null)[1].ParentComment);
+    }
+
+    [Fact]
+    public void CloneFromAnotherDeckKeepsTheCommentsAndTheirAuthors()
+    {
+        using IPresentation source = new Presentation();
+        var slide = source.Slides.AddEmptySlide(source.LayoutSlides.GetByType(SlideLayoutType.Blank)!);
+        var author = source.CommentAuthors.AddAuthor("Ana Lima", "AL");
+        author.Comments.AddComment("Check this", slide, new Orvane.Marel.PointF(10f, 10f), new DateTime(2026, 1, 2));
+        using IPresentation target = new Presentation();
+        var existing = target.Slides.AddEmptySlide(target.LayoutSlides.GetByType(SlideLayoutType.Blank)!);
+        target.CommentAuthors.AddAuthor("Bo Berg", "BB").Comments
+            .AddComment("Already here", existing, new Orvane.Marel.PointF(5f, 5f), new DateTime(2026, 1, 1));
+
+        var clone = target.Slides.AddClone(slide);
+        var comment = Assert.Single(clone.GetSlideComments(null));
+        Assert.Equal(("Check this", "Ana Lima"), (comment.Text, comment.Author.Name));
+        Assert.Equal("Bo Berg", target.Slides[0].GetSlideComments(null)[0].Author.Name);
+        var bytes = TestFiles.SaveToBytes(target);
+        Assert.True(TestFiles.Validate(bytes).Count == 0, TestFiles.Describe(TestFiles.Validate(bytes)));
+        using IPresentation back = new Presentation(new MemoryStream(bytes));
+        Assert.Equal("Ana Lima", back.Slides[^1].GetSlideComments(null)[0].Author.Name);
+    }
+
+    [Fact]
     public void CloneOfASlideWithAChartCopiesTheChart()
     {
         using IPresentation pres = new Presentation(TestFiles.CorpusFile("python-pptx/cht-charts.pptx"));
