@@ -40,8 +40,10 @@ internal static class CommentStore
         return result;
     }
 
-    internal static IEnumerable<P.CommentAuthor> LegacyAuthors(Presentation owner) =>
-        owner.PresentationPart.CommentAuthorsPart?.CommentAuthorList?.Elements<P.CommentAuthor>() ?? Enumerable.Empty<P.CommentAuthor>();
+    internal static IEnumerable<P.CommentAuthor> LegacyAuthors(Presentation owner) => LegacyAuthors(owner.PresentationPart);
+
+    internal static IEnumerable<P.CommentAuthor> LegacyAuthors(PresentationPart pres) =>
+        pres.CommentAuthorsPart?.CommentAuthorList?.Elements<P.CommentAuthor>() ?? Enumerable.Empty<P.CommentAuthor>();
 
     internal static IEnumerable<M.Author> ModernAuthors(Presentation owner) =>
         owner.PresentationPart.GetPartsOfType<PowerPointAuthorsPart>()
@@ -132,10 +134,7 @@ internal static class CommentStore
     {
         var legacyAuthor = author.EnsureLegacy();
         uint authorId = legacyAuthor.Id?.Value ?? 0;
-        // The index must be new for the author across the deck; lastIdx records the highest used.
-        uint used = LegacyAuthorIndices(author.Owner, authorId).DefaultIfEmpty(0u).Max();
-        uint index = Math.Max(used, legacyAuthor.LastIndex?.Value ?? 0) + 1;
-        legacyAuthor.LastIndex = index;
+        uint index = NextLegacyIndex(author.Owner.PresentationPart, legacyAuthor);
         var part = slide.Part.GetPartsOfType<SlideCommentsPart>().FirstOrDefault() ?? slide.Part.AddNewPart<SlideCommentsPart>();
         part.CommentList ??= new P.CommentList();
         var element = new P.Comment
@@ -160,8 +159,20 @@ internal static class CommentStore
         return View(slide, element);
     }
 
-    private static IEnumerable<uint> LegacyAuthorIndices(Presentation owner, uint authorId) =>
-        owner.PresentationPart.SlideParts.SelectMany(s => s.GetPartsOfType<SlideCommentsPart>())
+    /// <summary>
+    /// An index new for the author across the deck, which a classic comment needs; the author's
+    /// lastIdx records the highest used and is moved on.
+    /// </summary>
+    internal static uint NextLegacyIndex(PresentationPart pres, P.CommentAuthor author)
+    {
+        uint used = LegacyAuthorIndices(pres, author.Id?.Value ?? 0).DefaultIfEmpty(0u).Max();
+        uint index = Math.Max(used, author.LastIndex?.Value ?? 0) + 1;
+        author.LastIndex = index;
+        return index;
+    }
+
+    private static IEnumerable<uint> LegacyAuthorIndices(PresentationPart pres, uint authorId) =>
+        pres.SlideParts.SelectMany(s => s.GetPartsOfType<SlideCommentsPart>())
             .SelectMany(p => p.CommentList?.Elements<P.Comment>() ?? Enumerable.Empty<P.Comment>())
             .Where(c => c.AuthorId?.Value == authorId)
             .Select(c => c.Index?.Value ?? 0);

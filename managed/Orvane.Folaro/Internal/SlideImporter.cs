@@ -21,9 +21,6 @@ internal static class SlideImporter
         var layout = LayoutFor(target, source.SlideLayoutPart
             ?? throw new PptxEditException($"part '{source.Uri}': the slide to clone has no layout"));
         var media = MediaIndex.Of((PresentationDocument)target.OpenXmlPackage);
-        // Parts copied from the other package are read from their streams: edits still held
-        // in their loaded XML are written there first.
-        FlushLoaded(source);
         var copy = target.AddNewPart<SlidePart>();
         copy.Slide = (P.Slide)source.Slide.CloneNode(true);
         foreach (var pair in source.Parts.ToList())
@@ -50,12 +47,20 @@ internal static class SlideImporter
                     // Threaded comments name their slide and authors by ids of the source deck.
                     break;
                 default:
-                    copy.AddPart(pair.OpenXmlPart, pair.RelationshipId);
+                    CopyPart(copy, pair.OpenXmlPart, pair.RelationshipId);
                     break;
             }
         }
         CopyLinks(source, copy, target.OpenXmlPackage, media);
         return copy;
+    }
+
+    // A part of the other package is copied from its stream, with its children: edits still
+    // held in their loaded XML are written there first.
+    private static T CopyPart<T>(OpenXmlPartContainer into, T part, string? relId = null) where T : OpenXmlPart
+    {
+        FlushLoaded(part);
+        return relId == null ? into.AddPart(part) : into.AddPart(part, relId);
     }
 
     private static void FlushLoaded(OpenXmlPart part, HashSet<OpenXmlPart>? seen = null)
@@ -96,7 +101,7 @@ internal static class SlideImporter
 
     private static SlideMasterPart ImportMaster(PresentationPart target, SlideMasterPart source)
     {
-        var master = target.AddPart(source);
+        var master = CopyPart(target, source);
         var root = target.Presentation;
         uint next = SlideParts.NewLayoutId(target);
         root.SlideMasterIdList ??= new P.SlideMasterIdList();
@@ -111,7 +116,7 @@ internal static class SlideImporter
         var notesMaster = target.NotesMasterPart;
         if (notesMaster == null && source.NotesMasterPart is { } sourceMaster)
         {
-            notesMaster = target.AddPart(sourceMaster);
+            notesMaster = CopyPart(target, sourceMaster);
             target.Presentation.NotesMasterIdList = new P.NotesMasterIdList(new P.NotesMasterId { Id = target.GetIdOfPart(notesMaster) });
         }
         var copy = newSlide.AddNewPart<NotesSlidePart>(relId);
@@ -131,7 +136,7 @@ internal static class SlideImporter
                     media.AddImage(copy, image, pair.RelationshipId);
                     break;
                 default:
-                    copy.AddPart(pair.OpenXmlPart, pair.RelationshipId);
+                    CopyPart(copy, pair.OpenXmlPart, pair.RelationshipId);
                     break;
             }
         }

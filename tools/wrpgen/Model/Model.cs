@@ -285,11 +285,14 @@ namespace Orvane.WrpGen.Model
         /// <summary>An int indexer beside a Count: the type gets the collection protocol slots.</summary>
         public IndexerModel? Indexer { get; set; }
         /// <summary>
-        /// Any other indexer, bound as get_item (and set_item when writable): the type's x[k] and
-        /// x[a, b] call them. Set by the sharing pass, since the accessors may come from an interface or a base.
+        /// Any other indexer, bound as get_item (and set_item when writable), own or from an
+        /// interface or base: the type's x[k] and x[a, b] call them. A collection's x[i] is its element access.
         /// </summary>
-        public PyMethodSlot? KeyedGet { get; set; }
-        public PyMethodSlot? KeyedSet { get; set; }
+        public PyMethodSlot? KeyedGet => KeyedSlot(MemberAccess.IndexGet);
+        public PyMethodSlot? KeyedSet => KeyedSlot(MemberAccess.IndexSet);
+
+        private PyMethodSlot? KeyedSlot(MemberAccess access) => Indexer != null ? null
+            : PyMethods.FirstOrDefault(m => !m.IsStatic && m.Candidates.Any(c => c.Method.Access == access));
         /// <summary>Whether the managed type is enumerable (iteration goes through its enumerator).</summary>
         public bool IsEnumerable { get; set; }
         /// <summary>T of the IEnumerable&lt;T&gt; the type implements, if any.</summary>

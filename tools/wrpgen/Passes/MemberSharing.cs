@@ -45,17 +45,8 @@ namespace Orvane.WrpGen.Passes
                 foreach (var m in t.PyMethods.Where(m => m.Source == SlotSource.Local))
                     foreach (var c in m.Candidates.Where(c => c.Owner != t))
                         c.Owner.ExportedCandidates.Add(c.Method);
-                // A collection's x[i] is its element access; other types' x[...] is their keyed indexer.
-                if (t.Indexer == null)
-                {
-                    t.KeyedGet = KeyedSlot(t, MemberAccess.IndexGet);
-                    t.KeyedSet = KeyedSlot(t, MemberAccess.IndexSet);
-                }
             }
         }
-
-        private static PyMethodSlot? KeyedSlot(BoundType t, MemberAccess access) =>
-            t.PyMethods.FirstOrDefault(m => !m.IsStatic && m.Candidates.Any(c => c.Method.Access == access));
 
         /// <summary>Types a type takes members from, in order: the bound base, then interfaces the base does not already bring.</summary>
         public static IEnumerable<BoundType> Sources(BoundType t)
