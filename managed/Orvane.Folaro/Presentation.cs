@@ -6,7 +6,6 @@ using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
 using Orvane.Folaro.Export;
 using Orvane.Folaro.Export.Xaml;
-using Orvane.Folaro.Internal;
 using Orvane.Folaro.Theme;
 using Orvane.Folaro.Vba;
 using Orvane.Marel;

@@ -1,6 +1,5 @@
 using System;
 using System.IO;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 

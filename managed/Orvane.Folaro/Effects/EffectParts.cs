@@ -1,6 +1,5 @@
 using System;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Effects;
 

@@ -1,7 +1,7 @@
 using System;
 using System.Globalization;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
+using Orvane.Folaro.Theme;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
 

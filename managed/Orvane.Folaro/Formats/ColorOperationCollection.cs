@@ -3,7 +3,6 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 

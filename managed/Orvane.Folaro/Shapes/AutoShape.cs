@@ -31,16 +31,16 @@ public sealed class AutoShape : GeometryShape, IAutoShape
 
     public ShapeType ShapeType
     {
-        get => Internal.GeometryAccess.TypeOf(Element);
+        get => GeometryAccess.TypeOf(Element);
         set
         {
             if (value < 0 || !System.Enum.IsDefined(value))
                 throw new System.ArgumentOutOfRangeException(nameof(value), value, "AutoShape.ShapeType must be a preset geometry");
-            Internal.GeometryAccess.SetType(Element, value, SlideView.Where);
+            GeometryAccess.SetType(Element, value, SlideView.Where);
         }
     }
 
-    public IAdjustValueCollection Adjustments => new AdjustValueCollection(Internal.GeometryAccess.Preset(Element));
+    public IAdjustValueCollection Adjustments => new AdjustValueCollection(GeometryAccess.Preset(Element));
 
     public ITextFrame TextFrame => new TextFrame(create => Folaro.TextFrame.ShapeBody(Element, create), Context, Element);
 

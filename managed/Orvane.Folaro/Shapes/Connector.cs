@@ -1,5 +1,4 @@
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
@@ -36,12 +35,12 @@ public sealed class Connector : GeometryShape, IConnector
 
     public ShapeType ShapeType
     {
-        get => Internal.GeometryAccess.TypeOf(Element);
+        get => GeometryAccess.TypeOf(Element);
         set
         {
             if (value < 0 || !System.Enum.IsDefined(value))
                 throw new System.ArgumentOutOfRangeException(nameof(value), value, "Connector.ShapeType must be a preset geometry");
-            Internal.GeometryAccess.SetType(Element, value, SlideView.Where);
+            GeometryAccess.SetType(Element, value, SlideView.Where);
         }
     }
 

@@ -3,7 +3,6 @@ using System.Collections.Generic;
 using System.Globalization;
 using System.Linq;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

@@ -2,7 +2,6 @@ using System;
 using System.Linq;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -38,7 +37,7 @@ public sealed class AudioFrame : PictureFrame, IAudioFrame
 
     public IAudio? EmbeddedAudio
     {
-        get => MediaFrames.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
@@ -46,14 +45,14 @@ public sealed class AudioFrame : PictureFrame, IAudioFrame
             var part = value is Audio own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
                 ? own.Part
                 : (MediaDataPart)((Audio)new AudioCollection(store).AddAudio(value.BinaryData)).Part;
-            MediaFrames.Embed(Element, SlideView.PartBase, part, audio: true, Context.Where);
+            MediaFrameMarkup.Embed(Element, SlideView.PartBase, part, audio: true, Context.Where);
         }
     }
 
     public string LinkPathLong
     {
-        get => MediaFrames.Link(Element, SlideView.PartBase);
-        set => MediaFrames.SetLink(Element, SlideView.PartBase, value, audio: true, Context.Where);
+        get => MediaFrameMarkup.Link(Element, SlideView.PartBase);
+        set => MediaFrameMarkup.SetLink(Element, SlideView.PartBase, value, audio: true, Context.Where);
     }
 
     IPictureFrame IAudioFrame.AsIPictureFrame => this;
@@ -67,7 +66,7 @@ public sealed class VideoFrame : PictureFrame, IVideoFrame
 
     public IVideo? EmbeddedVideo
     {
-        get => MediaFrames.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
@@ -75,14 +74,14 @@ public sealed class VideoFrame : PictureFrame, IVideoFrame
             var part = value is Video own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
                 ? own.Part
                 : (MediaDataPart)((Video)new VideoCollection(store).AddVideo(value.BinaryData)).Part;
-            MediaFrames.Embed(Element, SlideView.PartBase, part, audio: false, Context.Where);
+            MediaFrameMarkup.Embed(Element, SlideView.PartBase, part, audio: false, Context.Where);
         }
     }
 
     public string LinkPathLong
     {
-        get => MediaFrames.Link(Element, SlideView.PartBase);
-        set => MediaFrames.SetLink(Element, SlideView.PartBase, value, audio: false, Context.Where);
+        get => MediaFrameMarkup.Link(Element, SlideView.PartBase);
+        set => MediaFrameMarkup.SetLink(Element, SlideView.PartBase, value, audio: false, Context.Where);
     }
 
     IPictureFrame IVideoFrame.AsIPictureFrame => this;

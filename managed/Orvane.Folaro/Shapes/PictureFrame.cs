@@ -1,7 +1,6 @@
 using System;
 using System.Linq;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -25,7 +24,7 @@ public class PictureFrame : Shape, IPictureFrame
     }
 
     /// <summary>The view of a p:pic element: an audio or video frame when it holds media, else a picture frame.</summary>
-    internal static PictureFrame Create(BaseSlide slide, OpenXmlCompositeElement element) => MediaFrames.KindOf(element) switch
+    internal static PictureFrame Create(BaseSlide slide, OpenXmlCompositeElement element) => MediaFrameMarkup.KindOf(element) switch
     {
         "audioFile" or "wavAudioFile" or "audioCd" => new AudioFrame(slide, element),
         "videoFile" or "quickTimeFile" => new VideoFrame(slide, element),

@@ -2,7 +2,6 @@ using System;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 

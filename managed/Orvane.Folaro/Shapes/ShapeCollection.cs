@@ -3,7 +3,6 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 
@@ -122,7 +121,7 @@ public sealed partial class ShapeCollection : IShapeCollection
         ArgumentNullException.ThrowIfNull(image);
         string preset = PresetGeometries.PresetName(Known(shapeType, nameof(AddPictureFrame)));
         uint id = NextId();
-        return AddPicture(MediaFrames.NewPicture(id, $"Picture {id - 1}", preset, null), x, y, width, height,
+        return AddPicture(MediaFrameMarkup.NewPicture(id, $"Picture {id - 1}", preset, null), x, y, width, height,
             f => f.PictureFormat.Picture.Image = image);
     }
 
@@ -253,7 +252,7 @@ public sealed partial class ShapeCollection : IShapeCollection
             fill(frame);
             if (frame is not (AudioFrame or VideoFrame))
                 return frame;
-            frame.PictureFormat.Picture.Image = MediaStore.Of(_slide.PartBase).AddImage(MediaFrames.DefaultPoster(frame is AudioFrame), "poster");
+            frame.PictureFormat.Picture.Image = MediaStore.Of(_slide.PartBase).AddImage(MediaFrameMarkup.DefaultPoster(frame is AudioFrame), "poster");
         }
         catch
         {
@@ -267,7 +266,7 @@ public sealed partial class ShapeCollection : IShapeCollection
     private OpenXmlCompositeElement NewMediaFrame(bool audio)
     {
         uint id = NextId();
-        return MediaFrames.NewMediaFrame(id, $"{(audio ? "Audio" : "Video")} {id - 1}", audio);
+        return MediaFrameMarkup.NewMediaFrame(id, $"{(audio ? "Audio" : "Video")} {id - 1}", audio);
     }
 
     private IPictureFrame AddPicture(OpenXmlCompositeElement element, float x, float y, float width, float height, Action<PictureFrame> fill) =>

@@ -6,7 +6,7 @@ using DocumentFormat.OpenXml.Packaging;
 using A = DocumentFormat.OpenXml.Drawing;
 using P = DocumentFormat.OpenXml.Presentation;
 
-namespace Orvane.Folaro.Internal;
+namespace Orvane.Folaro;
 
 // New shape elements, and the fix-ups a copied shape needs in its new place.
 internal static class ShapeFactory

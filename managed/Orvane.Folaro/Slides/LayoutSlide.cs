@@ -1,6 +1,5 @@
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;

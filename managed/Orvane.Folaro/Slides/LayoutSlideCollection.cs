@@ -3,7 +3,6 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;

@@ -4,7 +4,6 @@ using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
 using P = DocumentFormat.OpenXml.Presentation;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro;
 

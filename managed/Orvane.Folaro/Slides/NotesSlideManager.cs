@@ -1,5 +1,4 @@
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
 using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;

@@ -93,7 +93,7 @@ public sealed class Slide : BaseSlide, ISlide
     public ISlideHeaderFooterManager HeaderFooterManager => new SlideHeaderFooterManager(this);
 
     public IComment[] GetSlideComments(ICommentAuthor? author) =>
-        Internal.CommentStore.SlideComments(this).Where(c => author == null || ReferenceEquals(c.Author, author)).Cast<IComment>().ToArray();
+        CommentStore.SlideComments(this).Where(c => author == null || ReferenceEquals(c.Author, author)).Cast<IComment>().ToArray();
 
     IBaseSlide ISlide.AsIBaseSlide => this;
 

@@ -1,5 +1,4 @@
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

@@ -1,6 +1,6 @@
 using System;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
+using Orvane.Folaro.Theme;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

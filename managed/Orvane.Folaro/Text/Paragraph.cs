@@ -2,7 +2,6 @@ using System;
 using System.Linq;
 using System.Text;
 using DocumentFormat.OpenXml;
-using Orvane.Folaro.Internal;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

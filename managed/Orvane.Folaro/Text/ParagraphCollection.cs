@@ -2,7 +2,6 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
-using Orvane.Folaro.Internal;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

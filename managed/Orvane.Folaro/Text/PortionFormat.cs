@@ -2,7 +2,7 @@ using System;
 using System.Linq;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
+using Orvane.Folaro.Theme;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;

@@ -1,7 +1,6 @@
 using System;
 using DocumentFormat.OpenXml;
 using Orvane.Folaro;
-using Orvane.Folaro.Internal;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
 

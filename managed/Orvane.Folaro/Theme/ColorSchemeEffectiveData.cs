@@ -1,5 +1,4 @@
 using System;
-using Orvane.Folaro.Internal;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
 

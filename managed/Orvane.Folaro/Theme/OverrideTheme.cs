@@ -2,7 +2,6 @@ using System;
 using System.Linq;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
-using Orvane.Folaro.Internal;
 using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro.Theme;

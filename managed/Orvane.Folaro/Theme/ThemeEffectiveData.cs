@@ -1,4 +1,3 @@
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Theme;
 

@@ -24,7 +24,7 @@ public sealed class VbaProjectFactory : IVbaProjectFactory
     public IVbaProject ReadVbaProject(byte[] data)
     {
         ArgumentNullException.ThrowIfNull(data);
-        if (!Internal.CompoundFile.HasSignature(data))
+        if (!CompoundFile.HasSignature(data))
             throw new ArgumentException("VbaProjectFactory.ReadVbaProject: the data is not a compound file", nameof(data));
         return new VbaProject((byte[])data.Clone());
     }

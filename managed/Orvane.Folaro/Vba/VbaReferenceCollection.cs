@@ -1,7 +1,6 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
-using Orvane.Folaro.Internal;
 
 namespace Orvane.Folaro.Vba;
 

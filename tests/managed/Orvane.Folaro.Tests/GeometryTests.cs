@@ -2,7 +2,6 @@ using System;
 using System.Collections.Generic;
 using System.IO;
 using System.Linq;
-using Orvane.Folaro.Internal;
 using Orvane.Marel;
 using Xunit;
 using A = DocumentFormat.OpenXml.Drawing;

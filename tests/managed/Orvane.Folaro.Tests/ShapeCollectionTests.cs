@@ -25,7 +25,7 @@ public class ShapeCollectionTests
         var presets = Enum.GetValues<ShapeType>().Where(t => t >= 0).Select(t => char.ToLowerInvariant(t.ToString()[0]) + t.ToString()[1..]).ToList();
         Assert.Equal(187, names.Count);
         Assert.Equal(names.OrderBy(n => n, StringComparer.Ordinal), presets.OrderBy(n => n, StringComparer.Ordinal));
-        Assert.Equal(names.OrderBy(n => n, StringComparer.Ordinal), Internal.PresetGeometries.Names.OrderBy(n => n, StringComparer.Ordinal));
+        Assert.Equal(names.OrderBy(n => n, StringComparer.Ordinal), PresetGeometries.Names.OrderBy(n => n, StringComparer.Ordinal));
     }
 
     [Fact]
