@@ -60,4 +60,40 @@ namespace Orvane.WrpGen.Interop
         public static Exception FromPython(string fallback) =>
             new PythonException(TakePythonError() ?? fallback);
     }
+
+    /// <summary>
+    /// Thrown where a native callback failed and its Python error is to stay
+    /// pending for the caller (entries then return their failure result
+    /// without reporting anything else).
+    /// </summary>
+    public sealed class PythonErrorPendingException : Exception
+    {
+        public PythonErrorPendingException() : base("a Python error is pending") { }
+    }
+
+    /// <summary>The error handling every interop entry shares.</summary>
+    public static class EntryErrors
+    {
+        /// <summary>Reports a managed exception, leaving an already pending Python error as it is.</summary>
+        public static void Report(Exception e)
+        {
+            if (e is PythonErrorPendingException)
+                return;
+            ErrorBridge.Report(e);
+        }
+    }
+
+    /// <summary>Failures of callbacks into Python, turned into managed exceptions.</summary>
+    internal static class PyFailures
+    {
+        /// <summary>The Python error as a <see cref="PythonException"/> (the error is cleared).</summary>
+        public static Exception Error(string what) => ErrorBridge.FromPython(what);
+
+        /// <summary>An index error: the Python IndexError is cleared and replaced by .NET's own exception.</summary>
+        public static Exception OutOfRange(string parameter)
+        {
+            ErrorBridge.TakePythonError();
+            return new ArgumentOutOfRangeException(parameter, "Index was out of range. Must be non-negative and less than the size of the collection.");
+        }
+    }
 }

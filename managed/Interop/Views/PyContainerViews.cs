@@ -3,20 +3,6 @@ using System.Collections;
 
 namespace Orvane.WrpGen.Interop
 {
-    /// <summary>Failures of callbacks into Python, turned into managed exceptions.</summary>
-    internal static class PyFailures
-    {
-        /// <summary>The Python error as a <see cref="PythonException"/> (the error is cleared).</summary>
-        public static Exception Error(string what) => ErrorBridge.FromPython(what);
-
-        /// <summary>An index error: the Python IndexError is cleared and replaced by .NET's own exception.</summary>
-        public static Exception OutOfRange(string parameter)
-        {
-            ErrorBridge.TakePythonError();
-            return new ArgumentOutOfRangeException(parameter, "Index was out of range. Must be non-negative and less than the size of the collection.");
-        }
-    }
-
     /// <summary>
     /// A Python list seen as a managed <see cref="IList"/> (unsized-collection
     /// and list callback tables). Element reads convert Python values with the
