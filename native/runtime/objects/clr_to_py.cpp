@@ -158,43 +158,6 @@ PyObject* fn_conv_clr_ifcimpl_to_py_ifcimpl_wps(const PyCollectionArg& arg, PyTy
     return fn_conv_clr_ifcimpl_to_py_ifcimpl(PyObjectOutArg{arg.value, arg.type_key}, ifc_type);
 }
 
-PyObject* fn_conv_clr_absobj_to_py_absobj(const PyCollectionArg& arg, PyTypeObject* type)
-{
-    if (arg.kind == 1) {
-        PyObject* obj = arg.value ? static_cast<PyObject*>(arg.value) : Py_None;
-        Py_INCREF(obj);
-        return obj;
-    }
-    if (!arg.value)
-        Py_RETURN_NONE;
-    PyTypeObject* found = nullptr;
-    if (!runtime_type_weak(arg.value, arg.type_key, found))
-        return nullptr;
-    return wrap(arg.value, found ? found : type);
-}
-
-PyObject* fn_conv_clr_btpobj_to_py_btpobj(const PyCollectionArg& arg, PyTypeObject* type)
-{
-    if (!arg.value)
-        Py_RETURN_NONE;
-    PyTypeObject* chosen = type;
-    if (arg.kind == 1) {
-        PyTypeObject* found = nullptr;
-        if (!runtime_type_weak(arg.value, arg.type_key, found))
-            return nullptr;
-        if (found)
-            chosen = found;
-    }
-    return wrap(arg.value, chosen);
-}
-
-PyObject* fn_conv_clr_vlarr_to_py_vlarr(const VariantArg& arg, PyTypeObject* type_a, PyTypeObject* type_b)
-{
-    if (!arg.value)
-        Py_RETURN_NONE;
-    return wrap(arg.value, arg.type == 0 ? type_a : type_b);
-}
-
 PyObject* fn_conv_clr_basobj_to_py_basobj(const PyObjectOutArg& arg, PyTypeObject* declared)
 {
     if (!arg.handle)
