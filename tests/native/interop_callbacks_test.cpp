@@ -1,5 +1,8 @@
 // The callback tables through which managed views use Python lists,
 // sequences, iterators and file objects, over real Python objects.
+#include <cstring>
+#include <thread>
+
 #include "interop/containers.h"
 #include "interop/streams.h"
 #include "runtime_python.h"
@@ -204,6 +207,45 @@ TEST_F(ContainerCallbacksTest, SequenceItemsCountFromTheEndAndStayAlive)
         Py_DECREF(obj);
 }
 
+TEST_F(ContainerCallbacksTest, ASequenceItemHeldForAThreadGoesWithTheThread)
+{
+    ASSERT_TRUE(exec("released = []\n"
+                     "class Tracked(float):\n"
+                     "    def __del__(self): released.append(float(self))\n"
+                     "class Making:\n"
+                     "    def __len__(self): return 3\n"
+                     "    def __getitem__(self, i):\n"
+                     "        if not 0 <= i < 3: raise IndexError(i)\n"
+                     "        return Tracked(i)\n"));
+    PyObject* seq = value_of("Making()");
+    PyObject* released = PyDict_GetItemString(globals(), "released");  // borrowed
+    ASSERT_NE(released, nullptr);
+
+    VariantArg arg{-1, nullptr};
+    ASSERT_EQ(fn_clbk_oseq_get_item(seq, 0, &arg), 0);
+    EXPECT_EQ(PyFloat_AsDouble(static_cast<PyObject*>(arg.value)), 0.0) << "alive after the call";
+    ASSERT_EQ(fn_clbk_oseq_get_item(seq, 1, &arg), 0);
+    EXPECT_EQ(PyList_GET_SIZE(released), 1) << "the next item replaces the one held";
+
+    int32_t status = -1;
+    Py_ssize_t released_in_thread = -1;
+    std::thread worker([&] {
+        PyGILState_STATE state = PyGILState_Ensure();
+        VariantArg item{-1, nullptr};
+        status = fn_clbk_oseq_get_item(seq, 2, &item);
+        released_in_thread = PyList_GET_SIZE(released);
+        PyGILState_Release(state);  // clears and deletes this thread's state
+    });
+    Py_BEGIN_ALLOW_THREADS
+    worker.join();
+    Py_END_ALLOW_THREADS
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(released_in_thread, 1) << "the worker's item lives while its thread does";
+    ASSERT_EQ(PyList_GET_SIZE(released), 2) << "and is released with the thread";
+    EXPECT_EQ(PyFloat_AsDouble(PyList_GET_ITEM(released, 1)), 2.0);
+    Py_DECREF(seq);
+}
+
 TEST_F(ContainerCallbacksTest, IteratorStepsEndsAndFails)
 {
     ASSERT_TRUE(exec("def produce():\n"
@@ -309,21 +351,41 @@ TEST_F(RawIoTest, WritesReadsAndSeeksABytesIO)
     Py_DECREF(file);
 }
 
-TEST_F(RawIoTest, ViewsAreZeroCopyAndReadOnlyForWrites)
+TEST_F(RawIoTest, AFileThatKeepsTheViewNeverReachesTheCallersMemory)
 {
     ASSERT_TRUE(exec("class Keeper(io.RawIOBase):\n"
+                     "    def __init__(self): self.kept = []\n"
                      "    def writable(self): return True\n"
+                     "    def readable(self): return True\n"
                      "    def write(self, b):\n"
-                     "        global kept, kept_readonly, kept_type\n"
-                     "        kept = b; kept_type = type(b).__name__\n"
-                     "        kept_readonly = memoryview(b).readonly\n"
-                     "        return memoryview(b).nbytes\n"));
+                     "        m = memoryview(b); self.kept.append((b, m))\n"
+                     "        assert type(b).__name__ == '_ShlBufferView' and m.readonly\n"
+                     "        return m.nbytes\n"
+                     "    def readinto(self, b):\n"
+                     "        m = memoryview(b); self.kept.append((b, m))\n"
+                     "        m[:3] = b'new'; return 3\n"));
     PyObject* keeper = value_of("Keeper()");
-    const char data[] = "abc";
+    PyDict_SetItemString(globals(), "keeper", keeper);
+    char data[] = "abc";
     EXPECT_EQ(fn_clbk_rawio_write(keeper, data, 3), 3);
-    EXPECT_TRUE(exec("assert kept_type == '_ShlBufferView', kept_type\n"
-                     "assert kept_readonly\n"
-                     "assert bytes(kept) == b'', 'a kept view no longer reaches the memory'\n"));
+    std::memcpy(data, "XYZ", 3);  // the caller reuses its buffer
+    EXPECT_TRUE(exec("view, m = keeper.kept[0]\n"
+                     "assert bytes(m) == b'abc', bytes(m)\n"
+                     "assert bytes(view) == b'abc', bytes(view)\n"));
+
+    char target[6] = "-----";
+    EXPECT_EQ(fn_clbk_rawio_read(keeper, target, 5), 3);
+    EXPECT_EQ(std::string(target, 5), "new--") << "only the reported count is copied back";
+    EXPECT_TRUE(exec("view, m = keeper.kept[1]\n"
+                     "m[:5] = b'later'\n"
+                     "assert bytes(m) == b'later'\n"));
+    EXPECT_EQ(std::string(target, 5), "new--") << "a write through a kept view stays in its own copy";
+    PyDict_DelItemString(globals(), "keeper");
+    Py_DECREF(keeper);
+}
+
+TEST_F(RawIoTest, ViewsOverCallerMemoryAreZeroCopyAndHonourReadOnly)
+{
     char target[4] = {};
     PyObject* view = fn_create_shlbuffer_view(target, 4, 0);
     ASSERT_NE(view, nullptr);
@@ -339,7 +401,69 @@ TEST_F(RawIoTest, ViewsAreZeroCopyAndReadOnlyForWrites)
     PyDict_DelItemString(globals(), "view");
     Py_DECREF(view);
     Py_DECREF(readonly);
-    Py_DECREF(keeper);
+}
+
+TEST_F(RawIoTest, CountsOutsideTheRequestAreOSErrors)
+{
+    ASSERT_TRUE(exec("class Counting(io.RawIOBase):\n"
+                     "    def __init__(self, answer): self.answer = answer\n"
+                     "    def write(self, b): return self.answer\n"
+                     "    def readinto(self, b):\n"
+                     "        m = memoryview(b); m[:] = b'z' * len(m); return self.answer\n"
+                     "class Index:\n"
+                     "    def __index__(self): return 2\n"));
+    struct Case {
+        const char* answer;
+        int32_t write;
+        int32_t read;
+        int32_t readbyte;
+        const char* write_error;
+        const char* read_error;
+    };
+    const Case cases[] = {
+        {"4", 4, 4, -2, "", ""},
+        {"0", 0, 0, -1, "", ""},
+        {"Index()", 2, 2, -2, "", ""},
+        {"-1", -1, -1, -2, "OSError: write() returned invalid length -1 (should have been between 0 and 4)",
+         "OSError: readinto() returned invalid length -1 (should have been between 0 and 4)"},
+        {"5", -1, -1, -2, "OSError: write() returned invalid length 5 (should have been between 0 and 4)",
+         "OSError: readinto() returned invalid length 5 (should have been between 0 and 4)"},
+        {"2**64 + 1", -1, -1, -2,
+         "OSError: write() returned invalid length 18446744073709551617 (should have been between 0 and 4)",
+         "OSError: readinto() returned invalid length 18446744073709551617 (should have been between 0 and 4)"},
+        {"'4'", -1, -1, -2, "OSError: write() returned a length of type 'str' (should have been an int)",
+         "OSError: readinto() returned a length of type 'str' (should have been an int)"},
+        {"4.0", -1, -1, -2, "OSError: write() returned a length of type 'float' (should have been an int)",
+         "OSError: readinto() returned a length of type 'float' (should have been an int)"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.answer);
+        PyObject* file = value_of(std::string("Counting(") + c.answer + ")");
+        ASSERT_NE(file, nullptr);
+        char buffer[4] = {'a', 'a', 'a', 'a'};
+        EXPECT_EQ(fn_clbk_rawio_write(file, buffer, 4), c.write);
+        if (*c.write_error)
+            EXPECT_EQ(pending_error(), c.write_error);
+        EXPECT_FALSE(PyErr_Occurred());
+        EXPECT_EQ(fn_clbk_rawio_read(file, buffer, 4), c.read);
+        if (*c.read_error)
+            EXPECT_EQ(pending_error(), c.read_error);
+        EXPECT_FALSE(PyErr_Occurred());
+        if (c.read > 0)
+            EXPECT_EQ(std::string(buffer, 4), std::string((size_t)c.read, 'z') + std::string(4 - c.read, 'a'));
+        else
+            EXPECT_EQ(std::string(buffer, 4), "aaaa") << "nothing is copied back from a refused count";
+        EXPECT_EQ(fn_clbk_rawio_readbyte(file), c.readbyte);
+        if (c.readbyte == -2)
+            EXPECT_TRUE(pending_error().rfind("OSError: readinto() returned ", 0) == 0);
+        else
+            EXPECT_FALSE(PyErr_Occurred());
+        Py_DECREF(file);
+    }
+    PyObject* one = value_of("Counting(1)");
+    EXPECT_EQ(fn_clbk_rawio_readbyte(one), 'z');
+    EXPECT_EQ(fn_clbk_rawio_write_byte(one, 'q'), 1);
+    Py_DECREF(one);
 }
 
 TEST_F(RawIoTest, FailuresLeaveThePythonErrorPending)

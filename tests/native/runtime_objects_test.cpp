@@ -69,6 +69,29 @@ TEST_F(ObjectsTest, MarkerAttributesLiveInTheTypesOwnDictionary)
     Py_DECREF(derived_obj);
 }
 
+TEST_F(ObjectsTest, InterfaceMarksFromAnArrayTakeEveryEntry)
+{
+    ASSERT_TRUE(exec("class _Wide: pass\nclass _J1: pass\nclass _J2: pass\nclass _J3: pass\n"
+                     "class _J4: pass\nclass _J5: pass\nclass _Other: pass\n"));
+    auto type_of = [](const char* name) {
+        return reinterpret_cast<PyTypeObject*>(PyDict_GetItemString(globals(), name));
+    };
+    PyTypeObject* wide = type_of("_Wide");
+    PyTypeObject* const ifcs[] = {type_of("_J1"), type_of("_J2"), type_of("_J3"), type_of("_J4"), type_of("_J5")};
+    ASSERT_TRUE(fn_set_any_ifcs_markattr_from(wide, PyWrpIdMarkattr_ImplicitInterfaces, ifcs, 5));
+    ASSERT_TRUE(fn_set_any_ifcs_markattr_from(wide, PyWrpIdMarkattr_AdditionalInterfaces, ifcs, 4));
+    PyObject* obj = eval("_Wide()");
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_TRUE(fn_contains_implicit_ifc_markattr(wide, ifcs[i])) << i;
+        EXPECT_EQ(fn_contains_additional_ifc_markattr(obj, ifcs[i]), i < 4) << i;
+    }
+    EXPECT_FALSE(fn_contains_implicit_ifc_markattr(wide, type_of("_Other")));
+    PyObject* size = eval("len(_Wide.__dict__['_implicit_interfaces'])");
+    EXPECT_EQ(PyLong_AsLong(size), 5);
+    Py_XDECREF(size);
+    Py_DECREF(obj);
+}
+
 TEST_F(ObjectsTest, TypesMapTables)
 {
     PyWrpTypesMap* map = PyWrpTypesMap::get_instance();
@@ -234,11 +257,6 @@ TEST_F(ObjectsTest, ResultsTakeTheMostDerivedRegisteredType)
     EXPECT_EQ(Py_REFCNT(list), before + 1);
     Py_DECREF(same);
     Py_DECREF(list);
-
-    VariantArg variant{1, reinterpret_cast<void*>(0xE8)};
-    obj = fn_conv_clr_vlarr_to_py_vlarr(variant, &shape_type, &slide_type);
-    EXPECT_EQ(Py_TYPE(obj), &slide_type);
-    drop_wrapper(obj);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 """A presentation made, saved and loaded from Python, with the calling conventions around it."""
+import io
 import os
+import re
 import shutil
 import subprocess
 import tempfile
@@ -81,6 +83,69 @@ class ConstructorDispatchTest(TempDirCase):
         with self.assertRaises(TypeError) as cm:
             f.Presentation(file=self.path("x.pptx"), load_options=f.Presentation())
         self.assertIn("can't build LoadOptions value from 'orvane.folaro.Presentation'", str(cm.exception))
+
+
+class PythonFileStreamTest(unittest.TestCase):
+    """Decks saved into and loaded from Python file objects that misbehave."""
+
+    class Raw(io.RawIOBase):
+        def __init__(self, data=b"", count=None):
+            self.source = io.BytesIO(data)
+            self.count = count or (lambda requested, done: done)
+            self.kept = []
+
+        def readable(self):
+            return True
+
+        def writable(self):
+            return True
+
+        def readinto(self, b):
+            view = memoryview(b)
+            done = self.source.readinto(view)
+            return self.count(view.nbytes, done)
+
+        def write(self, b):
+            view = memoryview(b)
+            self.kept.append((view, bytes(view)))
+            return self.count(view.nbytes, view.nbytes)
+
+    def deck_bytes(self):
+        buffer = io.BytesIO()
+        f.Presentation().save(buffer, f.SaveFormat.PPTX)
+        return buffer.getvalue()
+
+    def test_a_well_behaved_raw_file_round_trips(self):
+        target = self.Raw()
+        f.Presentation().save(target, f.SaveFormat.PPTX)
+        # The file kept every view it was given; each still shows what was written.
+        for view, copy in target.kept:
+            self.assertEqual(bytes(view), copy)
+        data = b"".join(copy for _, copy in target.kept)
+        self.assertEqual(f.Presentation(self.Raw(data)).masters.count, 1)
+
+    def test_save_refuses_write_counts_outside_the_request(self):
+        answers = (
+            (lambda requested, done: -1, r"OSError: write\(\) returned invalid length -1 "),
+            (lambda requested, done: "many", r"OSError: write\(\) returned a length of type 'str'"),
+        )
+        for count, message in answers:
+            with self.subTest(message=message):
+                with self.assertRaisesRegex(RuntimeError, message):
+                    f.Presentation().save(self.Raw(count=count), f.SaveFormat.PPTX)
+        with self.assertRaises(RuntimeError) as cm:
+            f.Presentation().save(self.Raw(count=lambda requested, done: requested + 1), f.SaveFormat.PPTX)
+        found = re.search(r"OSError: write\(\) returned invalid length (\d+) \(should have been between 0 and (\d+)\)",
+                          str(cm.exception))
+        self.assertIsNotNone(found, str(cm.exception))
+        self.assertEqual(int(found.group(1)), int(found.group(2)) + 1)
+
+    def test_load_refuses_readinto_counts_beyond_the_request(self):
+        data = self.deck_bytes()
+        with self.assertRaisesRegex(RuntimeError, r"OSError: readinto\(\) returned invalid length (\d+) "
+                                                  r"\(should have been between 0 and (\d+)\)"):
+            f.Presentation(self.Raw(data, count=lambda requested, done: requested + 1))
+        self.assertEqual(f.Presentation(self.Raw(data)).masters.count, 1)
 
 
 class MembersTest(unittest.TestCase):

@@ -747,6 +747,61 @@ class PythonFileArgumentTests(unittest.TestCase):
         C.write_chunks(target, 10, 10)
         self.assertEqual(bytes(target.data), pattern(10))
 
+    def test_file_counts_outside_the_request_are_errors(self):
+        class Counting(io.RawIOBase):
+            def __init__(self, answer):
+                self.answer = answer
+
+            def readable(self):
+                return True
+
+            def writable(self):
+                return True
+
+            def write(self, b):
+                return self.answer(memoryview(b).nbytes)
+
+            def readinto(self, b):
+                return self.answer(memoryview(b).nbytes)
+
+        written = (
+            (lambda n: -1, r"OSError: write\(\) returned invalid length -1 \(should have been between 0 and 10\)"),
+            (lambda n: n + 1, r"OSError: write\(\) returned invalid length 11 \(should have been between 0 and 10\)"),
+            (lambda n: str(n), r"OSError: write\(\) returned a length of type 'str' \(should have been an int\)"),
+            (lambda n: float(n), r"OSError: write\(\) returned a length of type 'float' \(should have been an int\)"),
+        )
+        for answer, message in written:
+            with self.subTest(message=message):
+                with self.assertRaisesRegex(RuntimeError, message):
+                    C.write_chunks(Counting(answer), 10, 10)
+        with self.assertRaisesRegex(RuntimeError, r"OSError: readinto\(\) returned invalid length (\d+) "
+                                                  r"\(should have been between 0 and \d+\)") as cm:
+            C.read_all(Counting(lambda n: n + 1))
+        self.assertIn("returned invalid length %d (should have been between 0 and %d)"
+                      % (64 * 1024 + 1, 64 * 1024), str(cm.exception))
+        self.assertEqual(C.write_chunks(Counting(lambda n: n), 10, 4), 10)
+
+    def test_views_a_file_keeps_do_not_follow_the_managed_buffer(self):
+        class Keeper(io.RawIOBase):
+            def __init__(self):
+                self.kept = []
+
+            def writable(self):
+                return True
+
+            def write(self, b):
+                view = memoryview(b)
+                self.kept.append((view, bytes(view)))
+                return view.nbytes
+
+        # write_chunks reuses one managed buffer for every chunk.
+        target = Keeper()
+        self.assertEqual(C.write_chunks(target, 40, 8), 40)
+        self.assertEqual(len(target.kept), 5)
+        for view, copy in target.kept:
+            self.assertEqual(bytes(view), copy)
+        self.assertEqual(b"".join(bytes(view) for view, _ in target.kept), pattern(40))
+
     def test_file_raising_or_returning_none_in_readinto(self):
         class FailingReader(io.RawIOBase):
             def readable(self):

@@ -6,7 +6,10 @@ namespace Orvane.WrpGen.Interop
     /// <summary>
     /// A Python binary file object (io.RawIOBase, io.BufferedIOBase,
     /// orvane.pyio.BufferStream) seen as a managed <see cref="Stream"/>
-    /// through the raw-I/O callback table. Buffers cross without copying.
+    /// through the raw-I/O callback table. The native side hands the file a
+    /// copy of each buffer, so a file object that keeps what it was given
+    /// never reaches managed memory after the call; a count it reports outside
+    /// [0, requested] fails the call on the native side.
     /// A failing Python call throws a <see cref="PythonException"/> carrying
     /// the Python error text; bytes the file accepted before stay written.
     /// Disposing flushes the file; it closes the file only when the stream

@@ -6,6 +6,7 @@
 #include "exchange_host.h"
 #include "host_environment.h"
 #include "host_exception.h"
+#include "hosting_state.h"
 #include "netcore_version.h"
 #include "object_host.h"
 #include "pal.h"

@@ -1,6 +1,5 @@
 #include "netcore_version.h"
 
-#include <regex>
 #include <stdexcept>
 
 namespace {
@@ -23,8 +22,8 @@ void split(const std::string& text, std::vector<std::string>& parts) {
 }
 
 bool try_parse_int(const std::string& text, int& value) {
-    static const std::regex digits("[0-9]+");
-    if (!std::regex_match(text, digits))
+    // Digits only: no sign, no space, not empty.
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
         return false;
     try {
         value = std::stoi(text);

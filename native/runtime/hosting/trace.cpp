@@ -3,28 +3,26 @@
 #include <cstdarg>
 #include <string>
 
+#include "hosting_state.h"
 #include "pal.h"
 
 namespace trace {
 
-namespace {
-bool g_enabled = false;
-}  // namespace
-
 void initialize() {
-    if (g_enabled)
+    HostingState& state = hosting_state();
+    if (state.trace_enabled)
         return;
     std::string value;
     if (pal::getenv("COREHOST_TRACE", value)) {
-        g_enabled = pal::to_int(value) >= 1;
-        if (g_enabled)
+        state.trace_enabled = pal::to_int(value) >= 1;
+        if (state.trace_enabled)
             info("%s", "CLR host tracing enabled");
     }
 }
 
-void enable() { g_enabled = true; }
-void disable() { g_enabled = false; }
-bool is_enabled() { return g_enabled; }
+void enable() { hosting_state().trace_enabled = true; }
+void disable() { hosting_state().trace_enabled = false; }
+bool is_enabled() { return hosting_state().trace_enabled; }
 
 void error(const char* format, ...) {
     va_list args;
@@ -35,7 +33,7 @@ void error(const char* format, ...) {
 
 #define ORVANE_TRACE_TO_STDOUT(format)          \
     do {                                        \
-        if (!g_enabled)                         \
+        if (!hosting_state().trace_enabled)     \
             return;                             \
         va_list args;                           \
         va_start(args, format);                 \

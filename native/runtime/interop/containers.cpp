@@ -30,9 +30,21 @@ int32_t size_to_int32(Py_ssize_t size)
     return (int32_t)size;
 }
 
-// The element fetched last by oseq get_item on this thread: managed code reads
-// the variant right after the call, so one slot is enough to keep it alive.
-thread_local PyObject* last_sequence_item = nullptr;
+// oseq get_item hands managed code a borrowed element that the sequence may
+// have made on demand (a range, a computing __getitem__), so somebody must
+// hold it until managed code has read the variant, which it does right after
+// the call. The calling thread's state dictionary holds it, under one key:
+// the next get_item on the thread replaces it, and Python releases it with the
+// thread state (thread end, interpreter finalisation). 0, or -1 with an error.
+int hold_sequence_item(PyObject* item)
+{
+    PyObject* dict = PyThreadState_GetDict();  // borrowed
+    if (!dict) {
+        PyErr_SetString(PyExc_RuntimeError, "no thread state to hold a sequence item");
+        return -1;
+    }
+    return PyDict_SetItem(dict, PyWrpIdThread_SequenceItem, item);
+}
 
 PyObject** create_fast_list(Py_ssize_t count, PyObject** out)
 {
@@ -264,11 +276,16 @@ PyObject* fn_clbk_olist_write_clr_array(void* handle)
 
 int32_t fn_clbk_oseq_get_item(PyObject* seq, int32_t index, VariantArg* out)
 {
-    PyObject* item = PySequence_GetItem(seq, index);  // negative indices count from the end
+    int32_t status = -1;
+    PyObject* item = PySequence_GetItem(seq, index);  // new; negative indices count from the end
     if (!item)
         return error_status();
-    Py_XSETREF(last_sequence_item, item);
-    return fn_conv_py_variant_to_clr_variant(item, out) ? 0 : -1;
+    if (hold_sequence_item(item) < 0)
+        goto done;
+    status = fn_conv_py_variant_to_clr_variant(item, out) ? 0 : -1;
+done:
+    Py_DECREF(item);  // the thread state's dictionary keeps it alive
+    return status;
 }
 
 int32_t fn_clbk_oseq_contains(PyObject* seq, PyObject* item)

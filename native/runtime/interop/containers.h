@@ -40,8 +40,9 @@ PyObject* fn_clbk_olist_write_clr_ilist(void* handle);
 PyObject* fn_clbk_olist_write_clr_arrlist(void* handle);
 PyObject* fn_clbk_olist_write_clr_array(void* handle);
 
-// oseq, slots 1-3. get_item keeps the fetched element alive until the next
-// get_item on this thread (a generic sequence may create it on demand).
+// oseq, slots 1-3. get_item's element may be made on demand, so the calling
+// thread's state dictionary holds it until the next get_item on that thread
+// or until the thread state is cleared (see containers.cpp).
 int32_t fn_clbk_oseq_get_item(PyObject* seq, int32_t index, VariantArg* out);
 int32_t fn_clbk_oseq_contains(PyObject* seq, PyObject* item);  // 1, 0, -1
 int32_t fn_clbk_oseq_index_of(PyObject* seq, PyObject* item);  // position, -1 absent, -2 error

@@ -8,6 +8,7 @@
 #include "interop/collections.h"
 #include "interop/disposable.h"
 #include "interop/streams.h"
+#include "module/identifiers.h"
 #include "module/import_errors.h"
 #include "module/module_entry.h"
 #include "objects/markattr.h"
@@ -52,18 +53,16 @@ std::vector<InteropType>& interop_types()
     return types;
 }
 
-// Both interface marks of one type; false with an error set.
+// Both interface marks of one type, from however many interfaces the entry
+// lists; false with an error set.
 bool set_interface_marks(const InteropType& entry)
 {
     const std::vector<PyTypeObject*>& ifcs = entry.interfaces;
     if (ifcs.empty())
         return true;
-    PyTypeObject* a = ifcs[0];
-    PyTypeObject* b = ifcs.size() > 1 ? ifcs[1] : nullptr;
-    PyTypeObject* c = ifcs.size() > 2 ? ifcs[2] : nullptr;
-    int n = (int)ifcs.size();
-    return fn_set_additional_ifcs_markattr(entry.type, n, a, b, c) &&
-           fn_set_implicit_ifcs_markattr(entry.type, n, a, b, c);
+    return fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_AdditionalInterfaces, ifcs.data(),
+                                         ifcs.size()) &&
+           fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_ImplicitInterfaces, ifcs.data(), ifcs.size());
 }
 
 PyModuleDef interop_def = {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr};

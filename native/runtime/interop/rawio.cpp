@@ -1,7 +1,9 @@
 // Python binary file objects seen from managed code: the raw-I/O callbacks,
-// the _ShlBufferView that hands managed memory to write()/readinto()
-// without copying, and the conversion of Python arguments to Stream.
+// the _ShlBufferView through which they hand bytes to write()/readinto(),
+// and the conversion of Python arguments to Stream.
 #include "interop/streams.h"
+
+#include <cstring>
 
 #include "marshal/error_bridge.h"
 #include "marshal/scalars.h"
@@ -12,17 +14,31 @@
 
 namespace {
 
+// A buffer object over native memory. A view made for one file call owns a
+// copy of the caller's bytes (`owned`, freed with the view): the file object
+// may keep the view, or a memoryview of it, past the call, and must then
+// reach memory that is still allocated rather than managed memory that the
+// caller has since unpinned, moved or freed. Views over caller memory
+// (`owned` null) are for callers that keep that memory alive themselves.
 struct ShlBufferView {
     PyObject_HEAD
     void* data;
     Py_ssize_t length;
     int32_t readonly;
+    void* owned;
 };
 
 int shlbuffer_getbuffer(PyObject* self, Py_buffer* view, int flags)
 {
     auto* buffer = reinterpret_cast<ShlBufferView*>(self);
     return PyBuffer_FillInfo(view, self, buffer->data, buffer->length, buffer->readonly, flags);
+}
+
+void shlbuffer_dealloc(PyObject* self)
+{
+    // Every export holds a reference to the view, so none is left here.
+    PyMem_Free(reinterpret_cast<ShlBufferView*>(self)->owned);
+    PyObject_Del(self);
 }
 
 PyBufferProcs shlbuffer_as_buffer = {shlbuffer_getbuffer, nullptr};
@@ -34,38 +50,112 @@ PyTypeObject make_shlbuffer_type()
     type.tp_name = "_wrpgen._interop._ShlBufferView";
     type.tp_basicsize = sizeof(ShlBufferView);
     type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_dealloc = shlbuffer_dealloc;
     type.tp_as_buffer = &shlbuffer_as_buffer;
     return type;
 }
 
-// Calls file.<method>(view over data) and detaches the view afterwards, so a
-// file object that kept it can no longer reach the caller's memory.
-PyObject* call_with_view(PyObject* file, PyObject* method, void* data, Py_ssize_t length, int32_t readonly)
+ShlBufferView* new_view(void* data, Py_ssize_t length, int32_t readonly)
 {
-    PyObject* view = fn_create_shlbuffer_view(data, length, readonly);
+    PyTypeObject* type = &wrpPye_tyds_FFFFFFFF_ShlBufferView;
+    if (!(type->tp_flags & Py_TPFLAGS_READY) && PyType_Ready(type) < 0)
+        return nullptr;
+    ShlBufferView* view = PyObject_New(ShlBufferView, type);
     if (!view)
         return nullptr;
-    PyObject* result = PyObject_CallMethodObjArgs(file, method, view, nullptr);
-    auto* buffer = reinterpret_cast<ShlBufferView*>(view);
-    buffer->data = nullptr;
-    buffer->length = 0;
-    Py_DECREF(view);
-    return result;
+    view->data = data;
+    view->length = length;
+    view->readonly = readonly;
+    view->owned = nullptr;
+    return view;
 }
 
-// A count result of write()/readinto(): None is 0 bytes; -1 on error.
-int32_t count_result(PyObject* result)
+// A new view owning `length` bytes, filled from `source` when given.
+ShlBufferView* new_owning_view(const void* source, Py_ssize_t length, int32_t readonly)
 {
-    if (!result)
-        return -1;
-    if (result == Py_None) {
-        Py_DECREF(result);
-        return 0;
+    void* block = PyMem_Malloc(length > 0 ? (size_t)length : 1);
+    if (!block) {
+        PyErr_NoMemory();
+        return nullptr;
     }
-    int32_t count = 0;
-    int ok = fn_conv_py_long_to_clr_int32(result, &count);
-    Py_DECREF(result);
-    return ok ? count : -1;
+    if (source && length > 0)
+        memcpy(block, source, (size_t)length);
+    ShlBufferView* view = new_view(block, length, readonly);
+    if (!view) {
+        PyMem_Free(block);
+        return nullptr;
+    }
+    view->owned = block;
+    return view;
+}
+
+// The count write() or readinto() returned for a request of `requested`
+// bytes. None stands for 0 bytes. A raw file that reports a count outside
+// [0, requested], or no integer at all, is broken: it is an OSError here,
+// as in Python's own buffered I/O, rather than a count the caller would
+// have to distrust. Takes over `result` (null: the call raised); -1 with the
+// error set.
+int32_t count_result(PyObject* result, int32_t requested, const char* method)
+{
+    int32_t count = -1;
+    PyObject* index = nullptr;
+    long long value = 0;
+    int overflow = 0;
+    if (!result)
+        goto done;
+    if (result == Py_None) {
+        count = 0;
+        goto done;
+    }
+    if (!PyIndex_Check(result)) {
+        PyErr_Format(PyExc_OSError, "%s() returned a length of type '%s' (should have been an int)", method,
+                     Py_TYPE(result)->tp_name);
+        goto done;
+    }
+    index = PyNumber_Index(result);
+    if (!index)
+        goto done;
+    value = PyLong_AsLongLongAndOverflow(index, &overflow);
+    if (value == -1 && PyErr_Occurred())
+        goto done;
+    if (overflow || value < 0 || value > requested) {
+        PyErr_Format(PyExc_OSError, "%s() returned invalid length %S (should have been between 0 and %d)", method,
+                     index, (int)requested);
+        goto done;
+    }
+    count = (int32_t)value;
+done:
+    Py_XDECREF(index);
+    Py_XDECREF(result);
+    return count;
+}
+
+// file.write(view of a copy of data[0:count]): bytes written, -1 on error.
+int32_t write_copy(PyObject* file, const void* data, int32_t count)
+{
+    ShlBufferView* view = new_owning_view(data, count, 1);
+    if (!view)
+        return -1;
+    PyObject* result =
+        PyObject_CallMethodObjArgs(file, PyWrpIdRawIo_Write, reinterpret_cast<PyObject*>(view), nullptr);
+    Py_DECREF(view);
+    return count_result(result, count, "write");
+}
+
+// file.readinto(view of a block of `count` bytes), then the bytes it reported
+// copied to `data`: bytes read, -1 on error.
+int32_t read_copy(PyObject* file, void* data, int32_t count)
+{
+    ShlBufferView* view = new_owning_view(nullptr, count, 0);
+    if (!view)
+        return -1;
+    PyObject* result =
+        PyObject_CallMethodObjArgs(file, PyWrpIdRawIo_ReadInto, reinterpret_cast<PyObject*>(view), nullptr);
+    int32_t read = count_result(result, count, "readinto");
+    if (read > 0)
+        memcpy(data, view->owned, (size_t)read);
+    Py_DECREF(view);
+    return read;
 }
 
 int64_t int64_result(PyObject* result)
@@ -131,51 +221,48 @@ PyTypeObject wrpPye_tyds_FFFFFFFF_ShlBufferView = make_shlbuffer_type();
 
 PyObject* fn_create_shlbuffer_view(void* data, Py_ssize_t length, int32_t readonly)
 {
-    PyTypeObject* type = &wrpPye_tyds_FFFFFFFF_ShlBufferView;
-    if (!(type->tp_flags & Py_TPFLAGS_READY) && PyType_Ready(type) < 0)
-        return nullptr;
-    ShlBufferView* view = PyObject_New(ShlBufferView, type);
-    if (!view)
-        return nullptr;
-    view->data = data;
-    view->length = length;
-    view->readonly = readonly;
-    return reinterpret_cast<PyObject*>(view);
+    return reinterpret_cast<PyObject*>(new_view(data, length, readonly));
 }
 
 int32_t fn_clbk_rawio_write(PyObject* file, const void* data, int32_t count)
 {
-    return count_result(call_with_view(file, PyWrpIdRawIo_Write, const_cast<void*>(data), count, 1));
+    return write_copy(file, data, count);
 }
 
 int32_t fn_clbk_rawio_write_byte(PyObject* file, int32_t value)
 {
     unsigned char byte = (unsigned char)(value & 0xFF);
-    return count_result(call_with_view(file, PyWrpIdRawIo_Write, &byte, 1, 1));
+    return write_copy(file, &byte, 1);
 }
 
 int32_t fn_clbk_rawio_read(PyObject* file, void* data, int32_t count)
 {
-    return count_result(call_with_view(file, PyWrpIdRawIo_ReadInto, data, count, 0));
+    return read_copy(file, data, count);
 }
 
 int32_t fn_clbk_rawio_readbyte(PyObject* file)
 {
     unsigned char byte = 0;
-    PyObject* result = call_with_view(file, PyWrpIdRawIo_ReadInto, &byte, 1, 0);
-    if (!result)
+    ShlBufferView* view = new_owning_view(nullptr, 1, 0);
+    if (!view)
         return -2;
+    PyObject* result =
+        PyObject_CallMethodObjArgs(file, PyWrpIdRawIo_ReadInto, reinterpret_cast<PyObject*>(view), nullptr);
+    byte = *static_cast<unsigned char*>(view->owned);
+    Py_DECREF(view);
     if (result == Py_None) {
         Py_DECREF(result);
         PyErr_SetString(PyExc_OSError, "no bytes are available for reading");
         return -2;
     }
-    int32_t count = 0;
-    int ok = fn_conv_py_long_to_clr_int32(result, &count);
-    Py_DECREF(result);
-    if (!ok)
+    switch (count_result(result, 1, "readinto")) {
+    case -1:
         return -2;
-    return count == 0 ? -1 : byte;
+    case 0:
+        return -1;  // end of stream
+    default:
+        return byte;
+    }
 }
 
 int64_t fn_clbk_rawio_seek(PyObject* file, int64_t offset, int32_t whence)

@@ -24,10 +24,18 @@ bool wrpPye_is_not_valid_stream(std::string& message);
 // _StreamWrapper (or a more derived registered type). Null handle: None.
 PyObject* wrpPye_conv_clr_stream_to_py(const PyCollectionArg& arg);
 
-// A buffer object over caller-owned memory, valid for one synchronous call.
+// A buffer object over caller-owned memory. Nothing stops Python code from
+// keeping it (or a memoryview of it), so the caller must keep the memory alive
+// as long as the object may live; the raw-I/O callbacks below do not use it
+// for managed memory for that reason.
 PyObject* fn_create_shlbuffer_view(void* data, Py_ssize_t length, int32_t readonly);
 
-// Raw-I/O table, slots 1-12 (the file object first, borrowed).
+// Raw-I/O table, slots 1-12 (the file object first, borrowed). write and
+// read hand the file a _ShlBufferView over a copy that the view owns, so a
+// file object that keeps the view (or a memoryview of it) never reaches the
+// caller's memory after the call. A count that write()/readinto() returns
+// outside [0, requested], or that is no integer, is an OSError (-1; -2 from
+// readbyte); None counts as 0 bytes.
 int32_t fn_clbk_rawio_write(PyObject* file, const void* data, int32_t count);
 int32_t fn_clbk_rawio_write_byte(PyObject* file, int32_t value);
 int32_t fn_clbk_rawio_read(PyObject* file, void* data, int32_t count);

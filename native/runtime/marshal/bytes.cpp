@@ -40,18 +40,23 @@ int fn_read_py_buffer_view(PyObject* obj, Py_buffer* view, PyBytesArg* out)
         raise_buffer_error("can't get internal buffer");
         return 0;
     }
-    out->need_release = 1;
     if (!PyBuffer_IsContiguous(view, 'C')) {
         raise_buffer_error("buffer is not contiguous");
-        return 0;
+        goto error;
     }
     if (view->len >= (Py_ssize_t)0x80000000LL) {
         raise_buffer_error("buffer is too long");
-        return 0;
+        goto error;
     }
+    out->need_release = 1;
     out->data = view->buf;
     out->length = (int32_t)view->len;
     return 1;
+
+error:
+    // A refused view is given back at once: the caller holds nothing.
+    PyBuffer_Release(view);
+    return 0;
 }
 
 int fn_read_py_buffer(PyObject* obj, Py_buffer* view, PyBytesArg* out)

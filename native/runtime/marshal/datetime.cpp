@@ -358,33 +358,6 @@ PyUtcOffset get_utc_offset(PyObject* obj)
 
 // --- Python -> DateTime ---
 
-int fn_conv_py_date_to_clr_datetime(PyObject* obj, ClrDateTime* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyDate_Check(obj))
-        return raise_wrong_type(obj);
-    return date_to_datetime(obj, out);
-}
-
-int fn_conv_py_datetime_ex_to_clr_datetime(PyObject* obj, ClrDateTime* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyDateTime_Check(obj))
-        return raise_wrong_type(obj);
-    return datetime_to_datetime(obj, out);
-}
-
-int fn_conv_py_time_to_clr_datetime(PyObject* obj, ClrDateTime* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyTime_Check(obj))
-        return raise_wrong_type(obj);
-    return time_to_datetime(obj, out);
-}
-
 int fn_conv_py_datetime_to_clr_datetime(PyObject* obj, ClrDateTime* out)
 {
     if (!import_datetime_api())
@@ -399,33 +372,6 @@ int fn_conv_py_datetime_to_clr_datetime(PyObject* obj, ClrDateTime* out)
 }
 
 // --- Python -> DateTimeOffset ---
-
-int fn_conv_py_date_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyDate_Check(obj))
-        return raise_wrong_type(obj);
-    return date_to_datetimeoffset(obj, out);
-}
-
-int fn_conv_py_datetime_ex_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyDateTime_Check(obj))
-        return raise_wrong_type(obj);
-    return datetime_to_datetimeoffset(obj, out, kDateTimeRange);
-}
-
-int fn_conv_py_time_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out)
-{
-    if (!import_datetime_api())
-        return 0;
-    if (!PyTime_Check(obj))
-        return raise_wrong_type(obj);
-    return time_to_datetimeoffset(obj, out);
-}
 
 int fn_conv_py_datetime_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out)
 {

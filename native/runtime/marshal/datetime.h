@@ -81,18 +81,11 @@ struct PyUtcOffset {
 };
 PyUtcOffset get_utc_offset(PyObject* obj);
 
-// To DateTime. The typed ones check their input type and raise TypeError
-// "can't build DateTime from '%s'" otherwise; the last one dispatches
-// datetime (or subclass) first, then date, then time.
-int fn_conv_py_date_to_clr_datetime(PyObject* obj, ClrDateTime* out);
-int fn_conv_py_datetime_ex_to_clr_datetime(PyObject* obj, ClrDateTime* out);
-int fn_conv_py_time_to_clr_datetime(PyObject* obj, ClrDateTime* out);
+// To DateTime: a datetime (or subclass) first, then a date, then a time;
+// anything else raises TypeError "can't build DateTime from '%s'".
 int fn_conv_py_datetime_to_clr_datetime(PyObject* obj, ClrDateTime* out);
 
-// To DateTimeOffset, with the same type checks and dispatch.
-int fn_conv_py_date_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out);
-int fn_conv_py_datetime_ex_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out);
-int fn_conv_py_time_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out);
+// To DateTimeOffset, with the same dispatch and refusal.
 int fn_conv_py_datetime_to_clr_datetimeoffset(PyObject* obj, ClrDateTimeOffset* out);
 
 // Managed results to new datetime objects: DateTime by kind (naive, UTC, or

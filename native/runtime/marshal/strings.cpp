@@ -2,6 +2,7 @@
 // character width), and UTF-16 from managed code back into Python str.
 #include "marshal/strings.h"
 
+#include <cstdlib>
 #include <cstring>
 
 #include "module/identifiers.h"
@@ -97,12 +98,20 @@ PyObject* fn_conv_clr_string_to_py_unraisable(const char16_t* units, int32_t cou
     return result;
 }
 
-std::u16string* fn_create_u16_buffer(const char16_t* units, int32_t count)
+char16_t* fn_create_u16_buffer(const char16_t* units, int32_t count)
 {
-    // std::u16string keeps its terminating zero unit.
-    if (!units || count <= 0)
-        return new std::u16string();
-    return new std::u16string(units, (size_t)count);
+    size_t length = units && count > 0 ? (size_t)count : 0;
+    // malloc, not new: the receiver may be managed code, which frees with
+    // NativeMemory.Free (the C allocator's free).
+    auto* buffer = static_cast<char16_t*>(malloc((length + 1) * sizeof(char16_t)));
+    if (!buffer) {
+        PyErr_NoMemory();
+        return nullptr;
+    }
+    if (length)
+        memcpy(buffer, units, length * sizeof(char16_t));
+    buffer[length] = 0;
+    return buffer;
 }
 
 PyObject* fn_conv_py_string_to_utf16_bytes(PyObject* obj)

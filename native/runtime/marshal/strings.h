@@ -3,7 +3,6 @@
 
 #include <Python.h>
 #include <cstdint>
-#include <string>
 #include "marshal/records.h"
 
 int fn_conv_py_string_to_clr_string(PyObject* obj, PyStringArg* out);
@@ -13,9 +12,18 @@ int fn_read_py_string(PyObject* str, PyStringArg* out);
 // Builders registered with the exchange host (managed code builds results through them).
 PyObject* fn_conv_clr_string_to_py_string(const char16_t* units, int32_t count);
 PyObject* fn_conv_clr_string_to_py_unraisable(const char16_t* units, int32_t count);
-std::u16string* fn_create_u16_buffer(const char16_t* units, int32_t count);
+// A zero-terminated copy of `count` units in memory from malloc; whoever
+// receives it frees it with free() (managed code: NativeMemory.Free). Null
+// with MemoryError set when the allocation fails.
+char16_t* fn_create_u16_buffer(const char16_t* units, int32_t count);
 PyObject* fn_conv_clr_bytes_to_py_bytes(const uint8_t* data, int32_t count);
 
+// An exporter's contiguous bytes (at most Int32 of them) for managed code,
+// without copying. On success (1) the view is acquired and out->need_release
+// is 1: the caller releases it (PyBytesArgBuilder does so when it goes out of
+// scope, managed code through the buffer table). On failure (0, BufferError
+// or TypeError set) nothing is held and out->need_release is left as it was.
+// None converts to length -1 with nothing acquired.
 int fn_conv_py_bytes_to_clr_bytes(PyObject* obj, PyBytesArgBuilder* out);
 int fn_conv_py_bytes_to_clr_bytes_value(PyObject* obj, Py_buffer* view, PyBytesArg* out);
 int fn_read_py_buffer_view(PyObject* obj, Py_buffer* view, PyBytesArg* out);

@@ -146,14 +146,3 @@ int fn_conv_py_variant_to_clr_variant(PyObject* obj, VariantArg* out)
     PyErr_SetString(PyExc_TypeError, "unknown variant type");
     return 0;
 }
-
-int fn_py_unknown_to_clr_unknown(PyObject* obj, void** out)
-{
-    *out = obj;
-    return 1;
-}
-
-PyObject* fn_py_return_none()
-{
-    Py_RETURN_NONE;
-}

@@ -5,5 +5,3 @@
 #include "marshal/records.h"
 
 int fn_conv_py_variant_to_clr_variant(PyObject* obj, VariantArg* out);
-int fn_py_unknown_to_clr_unknown(PyObject* obj, void** out);
-PyObject* fn_py_return_none();

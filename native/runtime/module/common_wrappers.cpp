@@ -3,12 +3,10 @@
 
 #include "module/import_errors.h"
 #include "module/module_entry.h"
+#include "module/module_state.h"
 #include "module/submodules.h"
 
 namespace {
-
-PyModuleDef wrpgen_def = {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr};
-std::string wrpgen_name;
 
 // Adds `child` to `parent` under `attr` and to sys.modules; takes over the
 // caller's reference to `child` in every case.
@@ -36,11 +34,12 @@ bool wrpPye_mlit_FFFFFFFF_common_wrappers(PyObject* root)
     if (!root_name)
         return false;
 
-    wrpgen_name = std::string(root_name) + "._wrpgen";
-    wrpgen_def.m_name = wrpgen_name.c_str();
-    PyObject* wrpgen = PyModule_Create2(&wrpgen_def, 1013);
+    ModuleState& state = module_state();
+    state.wrpgen_name = std::string(root_name) + "._wrpgen";
+    state.wrpgen_def.m_name = state.wrpgen_name.c_str();
+    PyObject* wrpgen = PyModule_Create2(&state.wrpgen_def, 1013);
     if (!wrpgen) {
-        PyShlErr_ModuleImportError(wrpgen_name.c_str(), 0);
+        PyShlErr_ModuleImportError(state.wrpgen_name.c_str(), 0);
         return false;
     }
     // Keep a reference of our own while the children are attached.

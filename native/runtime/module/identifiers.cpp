@@ -47,6 +47,7 @@ PyObject* PyWrpIdTraceBack_FormatExceptionWarning = nullptr;
 PyObject* PyWrpIdTraceBack_Unknown = nullptr;
 PyObject* PyWrpIdType_Qualname = nullptr;
 PyObject* PyWrpIdTraceBack_FieldInitializationWarning = nullptr;
+PyObject* PyWrpIdThread_SequenceItem = nullptr;
 
 void fn_intern_identifiers()
 {
@@ -99,4 +100,5 @@ void fn_intern_identifiers()
     PyWrpIdTraceBack_Unknown = PyUnicode_InternFromString("<unknown>");
     PyWrpIdType_Qualname = PyUnicode_InternFromString("__qualname__");
     PyWrpIdTraceBack_FieldInitializationWarning = PyUnicode_InternFromString("FieldInitializationWarning");
+    PyWrpIdThread_SequenceItem = PyUnicode_InternFromString("orvane.sequence_item");
 }

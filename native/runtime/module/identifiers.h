@@ -49,5 +49,7 @@ extern PyObject* PyWrpIdTraceBack_FormatExceptionWarning;
 extern PyObject* PyWrpIdTraceBack_Unknown;
 extern PyObject* PyWrpIdType_Qualname;
 extern PyObject* PyWrpIdTraceBack_FieldInitializationWarning;
+// Key of the sequence element a thread holds for managed code (interop/containers.cpp).
+extern PyObject* PyWrpIdThread_SequenceItem;
 
 void fn_intern_identifiers();

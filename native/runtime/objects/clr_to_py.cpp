@@ -6,6 +6,7 @@
 #include "hosting/exchange_host.h"
 #include "objects/clr_object.h"
 #include "objects/markattr.h"
+#include "objects/objects_state.h"
 #include "objects/types_map.h"
 
 namespace {
@@ -53,25 +54,14 @@ bool runtime_type_weak(void* handle, intptr_t type_key, PyTypeObject*& type)
     return true;
 }
 
-// The Python type chosen for a (runtime type, declared type) pair never
-// changes once the modules are built: registrations, marker sets and the weak
-// cache only grow. So the decision is remembered in a small direct-mapped
-// table and the hot path of an object result is two compares. All
-// conversions run with the GIL held, which serialises the table.
-struct ResolvedType {
-    intptr_t type_key;
-    PyTypeObject* declared;
-    PyTypeObject* chosen;
-};
-
-constexpr size_t kResolvedSlots = 512;
-ResolvedType g_resolved[kResolvedSlots];
-
+// The Python type chosen for a (runtime type, declared type) pair is
+// remembered in the objects state's resolved-type table, so the hot path of an
+// object result is two compares.
 ResolvedType& resolved_slot(intptr_t type_key, PyTypeObject* declared)
 {
     uintptr_t h = (uintptr_t)type_key ^ ((uintptr_t)declared >> 4);
     h ^= h >> 9;
-    return g_resolved[(h >> 3) % kResolvedSlots];
+    return objects_state().resolved[(h >> 3) % kResolvedTypeSlots];
 }
 
 // The type to wrap a handle with: the registered runtime type when `accept`
@@ -156,43 +146,6 @@ PyObject* fn_conv_clr_ifcimpl_to_py_ifcimpl_wps(const PyCollectionArg& arg, PyTy
         return obj;
     }
     return fn_conv_clr_ifcimpl_to_py_ifcimpl(PyObjectOutArg{arg.value, arg.type_key}, ifc_type);
-}
-
-PyObject* fn_conv_clr_absobj_to_py_absobj(const PyCollectionArg& arg, PyTypeObject* type)
-{
-    if (arg.kind == 1) {
-        PyObject* obj = arg.value ? static_cast<PyObject*>(arg.value) : Py_None;
-        Py_INCREF(obj);
-        return obj;
-    }
-    if (!arg.value)
-        Py_RETURN_NONE;
-    PyTypeObject* found = nullptr;
-    if (!runtime_type_weak(arg.value, arg.type_key, found))
-        return nullptr;
-    return wrap(arg.value, found ? found : type);
-}
-
-PyObject* fn_conv_clr_btpobj_to_py_btpobj(const PyCollectionArg& arg, PyTypeObject* type)
-{
-    if (!arg.value)
-        Py_RETURN_NONE;
-    PyTypeObject* chosen = type;
-    if (arg.kind == 1) {
-        PyTypeObject* found = nullptr;
-        if (!runtime_type_weak(arg.value, arg.type_key, found))
-            return nullptr;
-        if (found)
-            chosen = found;
-    }
-    return wrap(arg.value, chosen);
-}
-
-PyObject* fn_conv_clr_vlarr_to_py_vlarr(const VariantArg& arg, PyTypeObject* type_a, PyTypeObject* type_b)
-{
-    if (!arg.value)
-        Py_RETURN_NONE;
-    return wrap(arg.value, arg.type == 0 ? type_a : type_b);
 }
 
 PyObject* fn_conv_clr_basobj_to_py_basobj(const PyObjectOutArg& arg, PyTypeObject* declared)

@@ -11,9 +11,6 @@ PyObject* fn_py_clr_type_generic_new(void* handle, PyTypeObject* type);
 PyObject* fn_conv_clr_clsobj_to_py_clsobj(void* handle, PyTypeObject* type);
 PyObject* fn_conv_clr_ifcimpl_to_py_ifcimpl(const PyObjectOutArg& arg, PyTypeObject* ifc_type);
 PyObject* fn_conv_clr_ifcimpl_to_py_ifcimpl_wps(const PyCollectionArg& arg, PyTypeObject* ifc_type);
-PyObject* fn_conv_clr_absobj_to_py_absobj(const PyCollectionArg& arg, PyTypeObject* type);
-PyObject* fn_conv_clr_btpobj_to_py_btpobj(const PyCollectionArg& arg, PyTypeObject* type);
-PyObject* fn_conv_clr_vlarr_to_py_vlarr(const VariantArg& arg, PyTypeObject* type_a, PyTypeObject* type_b);
 
 // A result declared as a non-sealed class: the runtime type when it is
 // registered and derives from the declared type, else the declared type.

@@ -55,6 +55,18 @@ bool fn_has_external_ancestor_markattr(PyObject* obj, PyTypeObject* ancestor)
     return value && value == reinterpret_cast<PyObject*>(ancestor);
 }
 
+namespace {
+
+// Stores `set` under key, releasing it on every path.
+bool store_set(PyTypeObject* type, PyObject* key, PyObject* set)
+{
+    bool stored = set_type_attr(type, key, set);
+    Py_DECREF(set);
+    return stored;
+}
+
+}  // namespace
+
 bool fn_set_any_ifcs_markattr(PyTypeObject* type, PyObject* key, int count, va_list list)
 {
     PyObject* set = PySet_New(nullptr);
@@ -67,9 +79,21 @@ bool fn_set_any_ifcs_markattr(PyTypeObject* type, PyObject* key, int count, va_l
             return false;
         }
     }
-    bool stored = set_type_attr(type, key, set);
-    Py_DECREF(set);
-    return stored;
+    return store_set(type, key, set);
+}
+
+bool fn_set_any_ifcs_markattr_from(PyTypeObject* type, PyObject* key, PyTypeObject* const* ifcs, size_t count)
+{
+    PyObject* set = PySet_New(nullptr);
+    if (!set)
+        return false;
+    for (size_t i = 0; i < count; ++i) {
+        if (PySet_Add(set, reinterpret_cast<PyObject*>(ifcs[i])) < 0) {
+            Py_DECREF(set);
+            return false;
+        }
+    }
+    return store_set(type, key, set);
 }
 
 bool fn_set_additional_ifcs_markattr(PyTypeObject* type, int count, ...)
