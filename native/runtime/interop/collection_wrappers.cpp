@@ -5,6 +5,7 @@
 
 #include "interop/collection_hosts.h"
 #include "interop/collections.h"
+#include "interop/interop_state.h"
 #include "interop/wrapper_common.h"
 #include "marshal/variant.h"
 #include "objects/clr_object.h"
@@ -13,60 +14,24 @@
 
 namespace {
 
-// ---- host states ---------------------------------------------------------
-
-const PyHostState& icol_state()
-{
-    static const PyHostState s =
-        fn_interop_host_state({wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& rocolbase_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_rocolbase, wrpPye_is_not_valid_icol,
-                                                        wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& iterable_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& iterator_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_iterator});
-    return s;
-}
-
 PyObject* icol_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 {
-    return fn_clr_object_checked_new(type, icol_state());
+    return fn_interop_checked_new(type, PyInteropType::ICol);
 }
 
 PyObject* rocolbase_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 {
-    return fn_clr_object_checked_new(type, rocolbase_state());
+    return fn_interop_checked_new(type, PyInteropType::RoColBase);
 }
 
 PyObject* iterable_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 {
-    return fn_clr_object_checked_new(type, iterable_state());
+    return fn_interop_checked_new(type, PyInteropType::Iterable);
 }
 
 PyObject* iterator_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 {
-    return fn_clr_object_checked_new(type, iterator_state());
-}
-
-// == / != only between instances of the same wrapper type.
-PyObject* same_type_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, Py_TYPE(self)))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
+    return fn_interop_checked_new(type, PyInteropType::Iter);
 }
 
 // ---- _IterWrapper ----------------------------------------------------------
@@ -289,7 +254,7 @@ PyTypeObject make_type(const char* name, newfunc tp_new)
     type.tp_flags = Py_TPFLAGS_DEFAULT;
     type.tp_dealloc = wrapClrObject_tp_dealloc;
     type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = same_type_richcompare;
+    type.tp_richcompare = wrapClrObject_same_type_richcompare;
     type.tp_init = wrapClrObject_tp_init_fault;
     type.tp_alloc = PyType_GenericAlloc;
     type.tp_new = tp_new;
@@ -390,23 +355,6 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
     return 0;
 }
 
-template <typename Host>
-bool assignable_by(void* handle)
-{
-    Host* host = Host::get_instance();
-    return !host->is_not_valid() && host->is_assignable_to(handle);
-}
-
-template <typename Host>
-bool not_valid(std::string& message)
-{
-    Host* host = Host::get_instance();
-    if (!host->is_not_valid())
-        return false;
-    message = host->error_msg();
-    return true;
-}
-
 }  // namespace
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterWrapper = make_iterator_type();
@@ -431,60 +379,60 @@ PyObject* wrpPye_collection_tp_iter(PyObject* self)
 
 int wrpPye_conv_py_to_clr_ilist(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IListWrapper, false, assignable_by<PyHost_ph_IList>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IListWrapper, false, fn_host_accepts<PyHost_ph_IList>,
                    Fallback::ListOrSequence, "List");
 }
 
 int wrpPye_conv_py_to_clr_icol(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IColWrapper, false, assignable_by<PyHost_ph_ICol>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IColWrapper, false, fn_host_accepts<PyHost_ph_ICol>,
                    Fallback::Collection, "List");
 }
 
 int wrpPye_conv_py_to_clr_array(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrayWrapper, true, assignable_by<PyHost_ph_Array>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrayWrapper, true, fn_host_accepts<PyHost_ph_Array>,
                    Fallback::ListOrSequence, "Array");
 }
 
 int wrpPye_conv_py_to_clr_arrlist(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrListWrapper, true, assignable_by<PyHost_ph_ArrList>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrListWrapper, true, fn_host_accepts<PyHost_ph_ArrList>,
                    Fallback::ListOrSequence, "ArrayList");
 }
 
 int wrpPye_conv_py_to_clr_colbase(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ColBaseWrapper, true, assignable_by<PyHost_ph_ColBase>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ColBaseWrapper, true, fn_host_accepts<PyHost_ph_ColBase>,
                    Fallback::ListOrSequence, "CollectionBase");
 }
 
 int wrpPye_conv_py_to_clr_rocolbase(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper, true, assignable_by<PyHost_ph_RoColBase>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper, true, fn_host_accepts<PyHost_ph_RoColBase>,
                    Fallback::ListOrSequence, "ReadOnlyCollectionBase");
 }
 
 int wrpPye_conv_py_to_clr_iter(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterableWrapper, false, assignable_by<PyHost_ph_Iterable>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterableWrapper, false, fn_host_accepts<PyHost_ph_Iterable>,
                    Fallback::Iterable, "IEnumerable");
 }
 
 int wrpPye_conv_py_to_clr_iterator(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterWrapper, false, assignable_by<PyHost_ph_Iter>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterWrapper, false, fn_host_accepts<PyHost_ph_Iter>,
                    Fallback::Iterator, "IEnumerator");
 }
 
-bool wrpPye_is_not_valid_icol(std::string& message) { return not_valid<PyHost_ph_ICol>(message); }
-bool wrpPye_is_not_valid_ilist(std::string& message) { return not_valid<PyHost_ph_IList>(message); }
-bool wrpPye_is_not_valid_array(std::string& message) { return not_valid<PyHost_ph_Array>(message); }
-bool wrpPye_is_not_valid_arrlist(std::string& message) { return not_valid<PyHost_ph_ArrList>(message); }
-bool wrpPye_is_not_valid_colbase(std::string& message) { return not_valid<PyHost_ph_ColBase>(message); }
-bool wrpPye_is_not_valid_rocolbase(std::string& message) { return not_valid<PyHost_ph_RoColBase>(message); }
-bool wrpPye_is_not_valid_iter(std::string& message) { return not_valid<PyHost_ph_Iterable>(message); }
-bool wrpPye_is_not_valid_iterator(std::string& message) { return not_valid<PyHost_ph_Iter>(message); }
+bool wrpPye_is_not_valid_icol(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ICol>(message); }
+bool wrpPye_is_not_valid_ilist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_IList>(message); }
+bool wrpPye_is_not_valid_array(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Array>(message); }
+bool wrpPye_is_not_valid_arrlist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ArrList>(message); }
+bool wrpPye_is_not_valid_colbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ColBase>(message); }
+bool wrpPye_is_not_valid_rocolbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_RoColBase>(message); }
+bool wrpPye_is_not_valid_iter(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iterable>(message); }
+bool wrpPye_is_not_valid_iterator(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iter>(message); }
 
 PyObject* wrpPye_conv_clr_collection_to_py(const PyCollectionArg& arg, PyTypeObject* least_derived)
 {

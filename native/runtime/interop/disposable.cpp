@@ -4,36 +4,17 @@
 
 #include "hosting/object_host.h"
 #include "interop/disposable_host.h"
+#include "interop/interop_state.h"
+#include "interop/wrapper_common.h"
 #include "objects/clr_object.h"
 #include "objects/host_state.h"
 #include "objects/markattr.h"
 
 namespace {
 
-const PyHostState& aggregate_host_state()
-{
-    static const PyHostState state = [] {
-        PyHostState result;
-        std::string message;
-        if (wrpPye_is_not_valid_disposable(message)) {
-            result.not_valid = true;
-            result.message = message;
-        }
-        return result;
-    }();
-    return state;
-}
-
 PyObject* disposable_tp_new(PyTypeObject* type, PyObject* args, PyObject* kwargs)
 {
-    return fn_clr_object_checked_new(type, aggregate_host_state());
-}
-
-PyObject* disposable_tp_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, &wrpPye_tyds_FFFFFFFF_IDisposableWrapper))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
+    return fn_interop_checked_new(type, PyInteropType::IDisposable);
 }
 
 PyMethodDef disposable_methods[] = {
@@ -53,7 +34,7 @@ PyTypeObject make_disposable_type()
     type.tp_flags = Py_TPFLAGS_DEFAULT;
     type.tp_dealloc = wrapClrObject_tp_dealloc;
     type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = disposable_tp_richcompare;
+    type.tp_richcompare = wrapClrObject_same_type_richcompare;
     type.tp_methods = disposable_methods;
     type.tp_init = wrapClrObject_tp_init_fault;
     type.tp_alloc = PyType_GenericAlloc;
@@ -67,17 +48,12 @@ PyTypeObject wrpPye_tyds_FFFFFFFF_IDisposableWrapper = make_disposable_type();
 
 bool wrpPye_is_not_valid_disposable(std::string& message)
 {
-    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
-    if (!host->is_not_valid())
-        return false;
-    message = host->error_msg();
-    return true;
+    return fn_host_is_not_valid<PyHost_ph_Disposable>(message);
 }
 
 bool wrpPye_is_assignable_to_disposable(void* handle)
 {
-    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
-    return !host->is_not_valid() && host->is_assignable_to(handle);
+    return fn_host_accepts<PyHost_ph_Disposable>(handle);
 }
 
 PyObject* wrpPye_mtfn_disposable_enter(PyObject* self, PyObject* ignored)
