@@ -14,26 +14,6 @@
 
 namespace {
 
-PyObject* icol_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::ICol);
-}
-
-PyObject* rocolbase_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::RoColBase);
-}
-
-PyObject* iterable_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::Iterable);
-}
-
-PyObject* iterator_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::Iter);
-}
-
 // ---- _IterWrapper ----------------------------------------------------------
 
 PyObject* iterator_self(PyObject* self)
@@ -244,26 +224,9 @@ PySequenceMethods icol_as_sequence = {
     nullptr,        // sq_inplace_repeat
 };
 
-PyTypeObject make_type(const char* name, newfunc tp_new)
-{
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop.<name>" when the module is built.
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = wrapClrObject_same_type_richcompare;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = tp_new;
-    return type;
-}
-
 PyTypeObject make_icol_type(const char* name, newfunc tp_new)
 {
-    PyTypeObject type = make_type(name, tp_new);
+    PyTypeObject type = fn_wrapper_type(name, sizeof(PyClrObject), tp_new);
     type.tp_as_sequence = &icol_as_sequence;
     type.tp_iter = wrpPye_collection_tp_iter;
     type.tp_methods = icol_methods;
@@ -273,14 +236,16 @@ PyTypeObject make_icol_type(const char* name, newfunc tp_new)
 
 PyTypeObject make_iterable_type()
 {
-    PyTypeObject type = make_type("_wrpgen._interop._IterableWrapper", iterable_tp_new);
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IterableWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::Iterable>);
     type.tp_iter = wrpPye_collection_tp_iter;
     return type;
 }
 
 PyTypeObject make_iterator_type()
 {
-    PyTypeObject type = make_type("_wrpgen._interop._IterWrapper", iterator_tp_new);
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IterWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::Iter>);
     type.tp_iter = iterator_self;
     type.tp_iternext = iterator_next;
     return type;
@@ -359,14 +324,19 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterWrapper = make_iterator_type();
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterableWrapper = make_iterable_type();
-PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper = make_icol_type("_wrpgen._interop._IColWrapper", icol_tp_new);
+PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper = make_icol_type("_wrpgen._interop._IColWrapper", fn_interop_tp_new<PyInteropType::ICol>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_RoColBaseWrapper =
-    make_icol_type("_wrpgen._interop._RoColBaseWrapper", rocolbase_tp_new);
+    make_icol_type("_wrpgen._interop._RoColBaseWrapper", fn_interop_tp_new<PyInteropType::RoColBase>);
 
 PyObject* wrpPye_collection_tp_iter(PyObject* self)
 {
     PyObjectOutArg out{nullptr, 0};
     int32_t status = PyHost_ph_Iterable::get_instance()->get_enumerator(fn_clr_handle(self), &out);
+    return fn_enumerator_to_py(status, out, &wrpPye_tyds_FFFFFFFF_IterWrapper);
+}
+
+PyObject* fn_enumerator_to_py(int32_t status, const PyObjectOutArg& out, PyTypeObject* iter_type)
+{
     if (PyErr_Occurred())
         return nullptr;  // a raising entry wrote no handle
     if (status < 0 || !out.handle) {
@@ -374,7 +344,7 @@ PyObject* wrpPye_collection_tp_iter(PyObject* self)
         PyErr_SetString(PyExc_ValueError, "the collection was modified during the operation");
         return nullptr;
     }
-    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, &wrpPye_tyds_FFFFFFFF_IterWrapper);
+    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, iter_type);
 }
 
 int wrpPye_conv_py_to_clr_ilist(PyObject* obj, VariantArg* out)

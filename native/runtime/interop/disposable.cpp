@@ -12,11 +12,6 @@
 
 namespace {
 
-PyObject* disposable_tp_new(PyTypeObject* type, PyObject* args, PyObject* kwargs)
-{
-    return fn_interop_checked_new(type, PyInteropType::IDisposable);
-}
-
 PyMethodDef disposable_methods[] = {
     {"__enter__", (PyCFunction)wrpPye_mtfn_disposable_enter, METH_NOARGS, nullptr},
     {"__exit__", (PyCFunction)wrpPye_mtfn_disposable_exit, METH_VARARGS, nullptr},
@@ -25,20 +20,9 @@ PyMethodDef disposable_methods[] = {
 
 PyTypeObject make_disposable_type()
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop._IDisposableWrapper" at import.
-    type.tp_name = "_wrpgen._interop._IDisposableWrapper";
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_itemsize = 0;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = wrapClrObject_same_type_richcompare;
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IDisposableWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::IDisposable>);
     type.tp_methods = disposable_methods;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = disposable_tp_new;
     return type;
 }
 

@@ -391,17 +391,7 @@ PyMappingMethods list_mapping = {length, subscript, ass_subscript};
 void fill_type(PyGnType* t, const char* name)
 {
     PyTypeObject& type = t->type;
-    type = PyTypeObject{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = wrapClrObject_same_type_richcompare;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = gn_tp_new;
+    type = fn_wrapper_type(name, sizeof(PyClrObject), gn_tp_new);
     switch (t->kind) {
     case PyGnKind::List:
         type.tp_as_sequence = &list_sequence;
@@ -453,13 +443,7 @@ PyObject* wrpPye_gn_tp_iter(PyObject* self, const PyGnBinding* enumerable, PyTyp
         return fn_raise_host_state_error(binding_state(enumerable));
     PyObjectOutArg out{nullptr, 0};
     int32_t status = enumerable->entries.get_enumerator(fn_clr_handle(self), &out);
-    if (PyErr_Occurred())
-        return nullptr;  // a raising entry wrote no handle
-    if (status < 0 || !out.handle) {
-        PyErr_SetString(PyExc_ValueError, "the collection was modified during the operation");
-        return nullptr;
-    }
-    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, iter_type);
+    return fn_enumerator_to_py(status, out, iter_type);
 }
 
 int wrpPye_gn_conv_py_to_clr(PyObject* obj, VariantArg* out, PyGnType* t, const char* what)

@@ -49,5 +49,12 @@ PyInteropState& fn_interop_state();
 const PyHostState& fn_interop_type_host_state(PyInteropType type);
 
 // tp_new of the fixed wrapper types: refuses construction while the type's
-// host state is invalid, else a wrapper with a null handle.
+// host state is invalid, else a wrapper with a null handle (the generic
+// allocation zero-fills the rest).
 PyObject* fn_interop_checked_new(PyTypeObject* type, PyInteropType which);
+
+template <PyInteropType Which>
+PyObject* fn_interop_tp_new(PyTypeObject* type, PyObject*, PyObject*)
+{
+    return fn_interop_checked_new(type, Which);
+}

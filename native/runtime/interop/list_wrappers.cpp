@@ -15,23 +15,6 @@
 
 namespace {
 
-PyObject* ilist_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::IList);
-}
-PyObject* colbase_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::ColBase);
-}
-PyObject* array_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::Array);
-}
-PyObject* arrlist_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_interop_checked_new(type, PyInteropType::ArrList);
-}
-
 int convert_variant(PyObject* obj, void* out)
 {
     return fn_conv_py_variant_to_clr_variant(obj, static_cast<VariantArg*>(out));
@@ -399,33 +382,22 @@ PyMethodDef array_methods[] = {
 template <typename Ops>
 PyTypeObject make_list_type(const char* name, newfunc tp_new, PyMethodDef* methods)
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop.<name>" when the module is built.
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = wrapClrObject_same_type_richcompare;
+    PyTypeObject type = fn_wrapper_type(name, sizeof(PyClrObject), tp_new);
     type.tp_as_sequence = &Ops::as_sequence;
     type.tp_as_mapping = &Ops::as_mapping;
     type.tp_iter = wrpPye_collection_tp_iter;
     type.tp_methods = methods;
     type.tp_getset = Ops::getset;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = tp_new;
     return type;
 }
 
 }  // namespace
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", ilist_tp_new, resizable_methods<IListOps>);
+    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", fn_interop_tp_new<PyInteropType::IList>, resizable_methods<IListOps>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", colbase_tp_new, resizable_methods<IListOps>);
+    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", fn_interop_tp_new<PyInteropType::ColBase>, resizable_methods<IListOps>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper =
-    make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", array_tp_new, array_methods);
+    make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper =
-    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", arrlist_tp_new, resizable_methods<ArrListOps>);
+    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", fn_interop_tp_new<PyInteropType::ArrList>, resizable_methods<ArrListOps>);

@@ -21,12 +21,6 @@ const PyHost_ph_Stream* host() { return PyHost_ph_Stream::get_instance(); }
 void* handle(PyObject* self) { return fn_clr_handle(self); }
 int32_t& closed_flag(PyObject* self) { return reinterpret_cast<PyClrStreamObject*>(self)->closed; }
 
-PyObject* stream_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    // The generic allocation zero-fills, so `closed` starts at 0.
-    return fn_interop_checked_new(type, PyInteropType::Stream);
-}
-
 bool is_closed(PyObject* self)
 {
     if (!closed_flag(self))
@@ -524,22 +518,13 @@ PyGetSetDef stream_getset[] = {
 
 PyTypeObject make_stream_type()
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop._StreamWrapper" when the module is built.
-    type.tp_name = "_wrpgen._interop._StreamWrapper";
-    type.tp_basicsize = sizeof(PyClrStreamObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = wrapClrObject_same_type_richcompare;
+    // The generic allocation zero-fills, so `closed` starts at 0.
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._StreamWrapper", sizeof(PyClrStreamObject),
+                                        fn_interop_tp_new<PyInteropType::Stream>);
     type.tp_iter = stream_iter;
     type.tp_iternext = stream_iternext;
     type.tp_methods = stream_methods;
     type.tp_getset = stream_getset;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = stream_tp_new;
     return type;
 }
 

@@ -34,6 +34,12 @@ bool fn_host_accepts(void* handle)
     return !host->is_not_valid() && host->is_assignable_to(handle);
 }
 
+// The slots every wrapper type of a managed object shares: the common
+// deallocation, hash, same-type comparison and refused initialisation, the
+// generic allocation, and `tp_new`. Not subclassable. The name is the short
+// one ("_wrpgen._interop.<name>"); the module makes it qualified.
+PyTypeObject fn_wrapper_type(const char* name, Py_ssize_t basicsize, newfunc tp_new);
+
 // How a concatenation or extend operand is walked.
 enum class PyOperandKind { None, ListOrTuple, SizedSequence, Iterable };
 PyOperandKind fn_classify_operand(PyObject* operand);
