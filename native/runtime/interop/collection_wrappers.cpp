@@ -324,7 +324,8 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterWrapper = make_iterator_type();
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterableWrapper = make_iterable_type();
-PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper = make_icol_type("_wrpgen._interop._IColWrapper", fn_interop_tp_new<PyInteropType::ICol>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper =
+    make_icol_type("_wrpgen._interop._IColWrapper", fn_interop_tp_new<PyInteropType::ICol>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_RoColBaseWrapper =
     make_icol_type("_wrpgen._interop._RoColBaseWrapper", fn_interop_tp_new<PyInteropType::RoColBase>);
 

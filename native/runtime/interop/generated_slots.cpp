@@ -75,8 +75,9 @@ int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_s
 
 // A collection class never grows or shrinks through the protocol.
 const PyListAccess collection_access = {
-    length,  get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr, assign_from_managed,
-    PyListSliceSource::IndexableSequence, nullptr, nullptr, nullptr,
+    length,  get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
+    assign_from_managed, PyListSliceSource::IndexableSequence,
+    nullptr, nullptr,  nullptr,
 };
 
 }  // namespace

@@ -136,14 +136,16 @@ int extend_from_managed(PyObject* self, PyObject* other, const void*)
 }
 
 const PyListAccess list_access = {
-    access_length,   get_item, get_item_nocheck, set_item, set_item_nocheck, remove_at, remove_slice,
-    assign_from_managed, PyListSliceSource::SizedSequence, add, nullptr, extend_from_managed,
+    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, remove_at, remove_slice,
+    assign_from_managed, PyListSliceSource::SizedSequence,
+    add,                 nullptr,  extend_from_managed,
 };
 
 // A fixed-size array: no removal and no growth.
 const PyListAccess array_access = {
-    access_length,   get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
-    assign_from_managed, PyListSliceSource::SizedSequence, nullptr, nullptr, nullptr,
+    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
+    assign_from_managed, PyListSliceSource::SizedSequence,
+    nullptr,             nullptr,  nullptr,
 };
 
 const PyListAccess* access_of(PyObject* self)

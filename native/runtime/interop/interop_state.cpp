@@ -20,7 +20,8 @@ PyHostState compute_host_state(PyInteropType type)
     case PyInteropType::Iterable:
         return fn_interop_host_state({wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
     case PyInteropType::ICol:
-        return fn_interop_host_state({wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
+        return fn_interop_host_state(
+            {wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
     case PyInteropType::IList:
         return fn_interop_host_state({wrpPye_is_not_valid_ilist, wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter,
                                       wrpPye_is_not_valid_iterator});

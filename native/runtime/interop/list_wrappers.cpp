@@ -393,11 +393,11 @@ PyTypeObject make_list_type(const char* name, newfunc tp_new, PyMethodDef* metho
 
 }  // namespace
 
-PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", fn_interop_tp_new<PyInteropType::IList>, resizable_methods<IListOps>);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", fn_interop_tp_new<PyInteropType::ColBase>, resizable_methods<IListOps>);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper =
-    make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper =
-    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", fn_interop_tp_new<PyInteropType::ArrList>, resizable_methods<ArrListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper = make_list_type<IListOps>(
+    "_wrpgen._interop._IListWrapper", fn_interop_tp_new<PyInteropType::IList>, resizable_methods<IListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper = make_list_type<IListOps>(
+    "_wrpgen._interop._ColBaseWrapper", fn_interop_tp_new<PyInteropType::ColBase>, resizable_methods<IListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper = make_list_type<ArrayOps>(
+    "_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper = make_list_type<ArrListOps>(
+    "_wrpgen._interop._ArrListWrapper", fn_interop_tp_new<PyInteropType::ArrList>, resizable_methods<ArrListOps>);
