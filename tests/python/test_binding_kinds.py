@@ -132,6 +132,43 @@ class SlideCollectionTests(unittest.TestCase):
         self.assertEqual(s * -1, [])
         self.assertEqual([x.slide_number for x in s.as_ienumerable], [1, 2, 3, 4])
 
+    def test_slices_steps_and_bounds(self):
+        s = self.slides
+        items = [s[i] for i in range(4)]
+        for target in (slice(None, None, 3), slice(3, None, -2), slice(-100, 100), slice(2 ** 40, None),
+                       slice(None, -2 ** 40), slice(1, 3, 2 ** 40)):
+            with self.subTest(target=target):
+                self.assertEqual(s[target], items[target])
+        for key in (2 ** 31, -2 ** 31 - 1, 2 ** 63 - 1):
+            with self.subTest(key=key):
+                with self.assertRaises(IndexError) as cm:
+                    s[key]
+                self.assertEqual(str(cm.exception), "list index out of range")
+        with self.assertRaises(IndexError):
+            s[-2 ** 100]  # beyond an index-sized integer
+        self.assertEqual(s[True], s[1])
+        with self.assertRaises(TypeError) as cm:
+            s[1.0]
+        self.assertEqual(str(cm.exception), "list indices must be integers or slices, not float")
+
+    def test_concat_and_repetition_counts(self):
+        s = self.slides
+        items = list(s)
+        self.assertEqual(s + (), items)
+        self.assertEqual(s + iter([1, 2]), items + [1, 2])
+        self.assertEqual(s + s, items + items)
+        with self.assertRaises(ValueError) as cm:
+            s + 5
+        self.assertEqual(str(cm.exception), "argument must be iterable or sequence")
+        for times in (0, -5):
+            self.assertEqual(s * times, [])
+        result = s * 3
+        self.assertEqual(len(result), 12)
+        self.assertTrue(all(result[i] is result[i % 4] for i in range(12)))  # each slide read once
+        with self.assertRaises(MemoryError):
+            s * 2 ** 62
+        self.assertEqual(deck_with_slides(0).slides * 2 ** 62, [])
+
     def test_read_only_collections_refuse_assignment(self):
         with self.assertRaises(TypeError):
             self.slides[0] = self.slides[1]

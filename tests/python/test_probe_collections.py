@@ -144,6 +144,57 @@ class ListLikeChecks:
         self.assertIs(type(copied), list)
         self.assertEqual(copied, [0, 1, 2])
 
+    def test_repetition_counts(self):
+        x = self.make(3)
+        self.assertEqual(x * 1, [0, 1, 2])
+        self.assertIsNot(x * 1, x * 1)  # a new list every time
+        self.assertEqual(x * 3, [0, 1, 2] * 3)
+        for times in (0, -1, -2 ** 62):
+            with self.subTest(times=times):
+                self.assertEqual(x * times, [])
+        with self.assertRaises(MemoryError):
+            x * 2 ** 62
+        self.assertEqual(self.make(0) * 2 ** 62, [])
+        self.assertEqual(list(x), [0, 1, 2])
+
+    def test_bad_keys_in_assignment_and_deletion(self):
+        x = self.make(3)
+        for key, name in (("a", "str"), (1.5, "float"), ((0, 1), "tuple")):
+            with self.subTest(key=key):
+                assert_message(self, TypeError, "list indices must be integers or slices, not %s" % name,
+                               x.__setitem__, key, 1)
+                assert_message(self, TypeError, "list indices must be integers or slices, not %s" % name,
+                               x.__delitem__, key)
+        with self.assertRaises(IndexError):
+            x[2 ** 100] = 1
+        self.assertEqual(list(x), [0, 1, 2])
+
+    def test_slice_assignment_with_steps_and_wrong_sizes(self):
+        x = self.make(6)
+        x[::-2] = [50, 30, 10]
+        self.assertEqual(list(x), [0, 10, 2, 30, 4, 50])
+        x[4:0:-3] = (40, 10)
+        self.assertEqual(list(x), [0, 10, 2, 30, 40, 50])
+        x[100:] = []
+        x[-100:1] = [7]
+        self.assertEqual(list(x), [7, 10, 2, 30, 40, 50])
+        cases = (
+            (slice(None, None, 2), range(2), 2, 3),
+            (slice(None, None, -3), [1, 2, 3], 3, 2),
+            (slice(0, 2), C.list_of_ints(3), 3, 2),
+            (slice(1, 1), (5,), 1, 0),
+        )
+        for target, value, size, length in cases:
+            with self.subTest(target=target, value=type(value).__name__):
+                assert_message(self, ValueError,
+                               "attempt to assign sequence of size %d to extended slice of size %d" % (size, length),
+                               x.__setitem__, target, value)
+        self.assertEqual(list(x), [7, 10, 2, 30, 40, 50])
+        # Element by element: what was written before a failing element stays.
+        with self.assertRaises(TypeError):
+            x[0:3] = [1, object(), 3]
+        self.assertEqual(list(x), [1, 10, 2, 30, 40, 50])
+
     def test_sort_and_reverse(self):
         x = self.make(5)
         x.reverse()
@@ -224,6 +275,19 @@ class GrowableChecks(ListLikeChecks):
         self.assertEqual(len(x), 0)
 
 
+    def test_slice_delete_with_steps(self):
+        x = self.make(7)
+        del x[::3]
+        self.assertEqual(list(x), [1, 2, 4, 5])
+        del x[10:20]
+        del x[3:0]
+        self.assertEqual(list(x), [1, 2, 4, 5])
+        del x[-1:-4:-2]
+        self.assertEqual(list(x), [1, 4])
+        del x[-100:1]
+        self.assertEqual(list(x), [4])
+
+
 class IListTests(GrowableChecks, unittest.TestCase):
     TYPE_PREFIX = "_IListWrapper"
 
@@ -251,6 +315,15 @@ class ArrayListTests(GrowableChecks, unittest.TestCase):
             x.append(value)
         self.assertEqual(list(x), ["text", None, 2.5, True, 2 ** 40, bytearray(b"ab")])
         self.assertIs(type(x[3]), bool)
+
+    def test_repetition_reads_each_element_once(self):
+        x = self.make(0)
+        x.extend([2 ** 40, "text"])  # objects made anew by every read
+        self.assertIsNot(x[0], x[0])
+        result = x * 3
+        self.assertEqual(result, [2 ** 40, "text"] * 3)
+        for i in range(2, 6):
+            self.assertIs(result[i], result[i % 2])
 
 
 class CollectionBaseTests(GrowableChecks, unittest.TestCase):

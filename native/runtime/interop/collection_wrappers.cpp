@@ -5,6 +5,7 @@
 
 #include "interop/collection_hosts.h"
 #include "interop/collections.h"
+#include "interop/interop_state.h"
 #include "interop/wrapper_common.h"
 #include "marshal/variant.h"
 #include "objects/clr_object.h"
@@ -12,62 +13,6 @@
 #include "objects/markattr.h"
 
 namespace {
-
-// ---- host states ---------------------------------------------------------
-
-const PyHostState& icol_state()
-{
-    static const PyHostState s =
-        fn_interop_host_state({wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& rocolbase_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_rocolbase, wrpPye_is_not_valid_icol,
-                                                        wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& iterable_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& iterator_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-PyObject* icol_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_clr_object_checked_new(type, icol_state());
-}
-
-PyObject* rocolbase_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_clr_object_checked_new(type, rocolbase_state());
-}
-
-PyObject* iterable_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_clr_object_checked_new(type, iterable_state());
-}
-
-PyObject* iterator_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    return fn_clr_object_checked_new(type, iterator_state());
-}
-
-// == / != only between instances of the same wrapper type.
-PyObject* same_type_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, Py_TYPE(self)))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
-}
 
 // ---- _IterWrapper ----------------------------------------------------------
 
@@ -279,26 +224,9 @@ PySequenceMethods icol_as_sequence = {
     nullptr,        // sq_inplace_repeat
 };
 
-PyTypeObject make_type(const char* name, newfunc tp_new)
-{
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop.<name>" when the module is built.
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = same_type_richcompare;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = tp_new;
-    return type;
-}
-
 PyTypeObject make_icol_type(const char* name, newfunc tp_new)
 {
-    PyTypeObject type = make_type(name, tp_new);
+    PyTypeObject type = fn_wrapper_type(name, sizeof(PyClrObject), tp_new);
     type.tp_as_sequence = &icol_as_sequence;
     type.tp_iter = wrpPye_collection_tp_iter;
     type.tp_methods = icol_methods;
@@ -308,14 +236,16 @@ PyTypeObject make_icol_type(const char* name, newfunc tp_new)
 
 PyTypeObject make_iterable_type()
 {
-    PyTypeObject type = make_type("_wrpgen._interop._IterableWrapper", iterable_tp_new);
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IterableWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::Iterable>);
     type.tp_iter = wrpPye_collection_tp_iter;
     return type;
 }
 
 PyTypeObject make_iterator_type()
 {
-    PyTypeObject type = make_type("_wrpgen._interop._IterWrapper", iterator_tp_new);
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IterWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::Iter>);
     type.tp_iter = iterator_self;
     type.tp_iternext = iterator_next;
     return type;
@@ -390,35 +320,24 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
     return 0;
 }
 
-template <typename Host>
-bool assignable_by(void* handle)
-{
-    Host* host = Host::get_instance();
-    return !host->is_not_valid() && host->is_assignable_to(handle);
-}
-
-template <typename Host>
-bool not_valid(std::string& message)
-{
-    Host* host = Host::get_instance();
-    if (!host->is_not_valid())
-        return false;
-    message = host->error_msg();
-    return true;
-}
-
 }  // namespace
 
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterWrapper = make_iterator_type();
 PyTypeObject wrpPye_tyds_FFFFFFFF_IterableWrapper = make_iterable_type();
-PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper = make_icol_type("_wrpgen._interop._IColWrapper", icol_tp_new);
+PyTypeObject wrpPye_tyds_FFFFFFFF_IColWrapper =
+    make_icol_type("_wrpgen._interop._IColWrapper", fn_interop_tp_new<PyInteropType::ICol>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_RoColBaseWrapper =
-    make_icol_type("_wrpgen._interop._RoColBaseWrapper", rocolbase_tp_new);
+    make_icol_type("_wrpgen._interop._RoColBaseWrapper", fn_interop_tp_new<PyInteropType::RoColBase>);
 
 PyObject* wrpPye_collection_tp_iter(PyObject* self)
 {
     PyObjectOutArg out{nullptr, 0};
     int32_t status = PyHost_ph_Iterable::get_instance()->get_enumerator(fn_clr_handle(self), &out);
+    return fn_enumerator_to_py(status, out, &wrpPye_tyds_FFFFFFFF_IterWrapper);
+}
+
+PyObject* fn_enumerator_to_py(int32_t status, const PyObjectOutArg& out, PyTypeObject* iter_type)
+{
     if (PyErr_Occurred())
         return nullptr;  // a raising entry wrote no handle
     if (status < 0 || !out.handle) {
@@ -426,65 +345,65 @@ PyObject* wrpPye_collection_tp_iter(PyObject* self)
         PyErr_SetString(PyExc_ValueError, "the collection was modified during the operation");
         return nullptr;
     }
-    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, &wrpPye_tyds_FFFFFFFF_IterWrapper);
+    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, iter_type);
 }
 
 int wrpPye_conv_py_to_clr_ilist(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IListWrapper, false, assignable_by<PyHost_ph_IList>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IListWrapper, false, fn_host_accepts<PyHost_ph_IList>,
                    Fallback::ListOrSequence, "List");
 }
 
 int wrpPye_conv_py_to_clr_icol(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IColWrapper, false, assignable_by<PyHost_ph_ICol>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IColWrapper, false, fn_host_accepts<PyHost_ph_ICol>,
                    Fallback::Collection, "List");
 }
 
 int wrpPye_conv_py_to_clr_array(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrayWrapper, true, assignable_by<PyHost_ph_Array>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrayWrapper, true, fn_host_accepts<PyHost_ph_Array>,
                    Fallback::ListOrSequence, "Array");
 }
 
 int wrpPye_conv_py_to_clr_arrlist(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrListWrapper, true, assignable_by<PyHost_ph_ArrList>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ArrListWrapper, true, fn_host_accepts<PyHost_ph_ArrList>,
                    Fallback::ListOrSequence, "ArrayList");
 }
 
 int wrpPye_conv_py_to_clr_colbase(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ColBaseWrapper, true, assignable_by<PyHost_ph_ColBase>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_ColBaseWrapper, true, fn_host_accepts<PyHost_ph_ColBase>,
                    Fallback::ListOrSequence, "CollectionBase");
 }
 
 int wrpPye_conv_py_to_clr_rocolbase(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper, true, assignable_by<PyHost_ph_RoColBase>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper, true, fn_host_accepts<PyHost_ph_RoColBase>,
                    Fallback::ListOrSequence, "ReadOnlyCollectionBase");
 }
 
 int wrpPye_conv_py_to_clr_iter(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterableWrapper, false, assignable_by<PyHost_ph_Iterable>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterableWrapper, false, fn_host_accepts<PyHost_ph_Iterable>,
                    Fallback::Iterable, "IEnumerable");
 }
 
 int wrpPye_conv_py_to_clr_iterator(PyObject* obj, VariantArg* out)
 {
-    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterWrapper, false, assignable_by<PyHost_ph_Iter>,
+    return convert(obj, out, &wrpPye_tyds_FFFFFFFF_IterWrapper, false, fn_host_accepts<PyHost_ph_Iter>,
                    Fallback::Iterator, "IEnumerator");
 }
 
-bool wrpPye_is_not_valid_icol(std::string& message) { return not_valid<PyHost_ph_ICol>(message); }
-bool wrpPye_is_not_valid_ilist(std::string& message) { return not_valid<PyHost_ph_IList>(message); }
-bool wrpPye_is_not_valid_array(std::string& message) { return not_valid<PyHost_ph_Array>(message); }
-bool wrpPye_is_not_valid_arrlist(std::string& message) { return not_valid<PyHost_ph_ArrList>(message); }
-bool wrpPye_is_not_valid_colbase(std::string& message) { return not_valid<PyHost_ph_ColBase>(message); }
-bool wrpPye_is_not_valid_rocolbase(std::string& message) { return not_valid<PyHost_ph_RoColBase>(message); }
-bool wrpPye_is_not_valid_iter(std::string& message) { return not_valid<PyHost_ph_Iterable>(message); }
-bool wrpPye_is_not_valid_iterator(std::string& message) { return not_valid<PyHost_ph_Iter>(message); }
+bool wrpPye_is_not_valid_icol(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ICol>(message); }
+bool wrpPye_is_not_valid_ilist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_IList>(message); }
+bool wrpPye_is_not_valid_array(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Array>(message); }
+bool wrpPye_is_not_valid_arrlist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ArrList>(message); }
+bool wrpPye_is_not_valid_colbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ColBase>(message); }
+bool wrpPye_is_not_valid_rocolbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_RoColBase>(message); }
+bool wrpPye_is_not_valid_iter(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iterable>(message); }
+bool wrpPye_is_not_valid_iterator(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iter>(message); }
 
 PyObject* wrpPye_conv_clr_collection_to_py(const PyCollectionArg& arg, PyTypeObject* least_derived)
 {

@@ -62,3 +62,8 @@ PyObject* wrpPye_conv_clr_iterator_to_py(const PyCollectionArg& arg);
 
 // tp_iter of every collection wrapper: the managed GetEnumerator as an _IterWrapper.
 PyObject* wrpPye_collection_tp_iter(PyObject* self);
+// What a GetEnumerator entry gave (its status and out record), as a wrapper
+// of `iter_type` or a more derived registered type. A declined enumeration
+// (a negative status or no handle, without a Python error) raises ValueError
+// "the collection was modified during the operation".
+PyObject* fn_enumerator_to_py(int32_t status, const PyObjectOutArg& out, PyTypeObject* iter_type);

@@ -4,37 +4,13 @@
 
 #include "hosting/object_host.h"
 #include "interop/disposable_host.h"
+#include "interop/interop_state.h"
+#include "interop/wrapper_common.h"
 #include "objects/clr_object.h"
 #include "objects/host_state.h"
 #include "objects/markattr.h"
 
 namespace {
-
-const PyHostState& aggregate_host_state()
-{
-    static const PyHostState state = [] {
-        PyHostState result;
-        std::string message;
-        if (wrpPye_is_not_valid_disposable(message)) {
-            result.not_valid = true;
-            result.message = message;
-        }
-        return result;
-    }();
-    return state;
-}
-
-PyObject* disposable_tp_new(PyTypeObject* type, PyObject* args, PyObject* kwargs)
-{
-    return fn_clr_object_checked_new(type, aggregate_host_state());
-}
-
-PyObject* disposable_tp_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, &wrpPye_tyds_FFFFFFFF_IDisposableWrapper))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
-}
 
 PyMethodDef disposable_methods[] = {
     {"__enter__", (PyCFunction)wrpPye_mtfn_disposable_enter, METH_NOARGS, nullptr},
@@ -44,20 +20,9 @@ PyMethodDef disposable_methods[] = {
 
 PyTypeObject make_disposable_type()
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop._IDisposableWrapper" at import.
-    type.tp_name = "_wrpgen._interop._IDisposableWrapper";
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_itemsize = 0;
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = disposable_tp_richcompare;
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IDisposableWrapper", sizeof(PyClrObject),
+                                        fn_interop_tp_new<PyInteropType::IDisposable>);
     type.tp_methods = disposable_methods;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = disposable_tp_new;
     return type;
 }
 
@@ -67,17 +32,12 @@ PyTypeObject wrpPye_tyds_FFFFFFFF_IDisposableWrapper = make_disposable_type();
 
 bool wrpPye_is_not_valid_disposable(std::string& message)
 {
-    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
-    if (!host->is_not_valid())
-        return false;
-    message = host->error_msg();
-    return true;
+    return fn_host_is_not_valid<PyHost_ph_Disposable>(message);
 }
 
 bool wrpPye_is_assignable_to_disposable(void* handle)
 {
-    PyHost_ph_Disposable* host = PyHost_ph_Disposable::get_instance();
-    return !host->is_not_valid() && host->is_assignable_to(handle);
+    return fn_host_accepts<PyHost_ph_Disposable>(handle);
 }
 
 PyObject* wrpPye_mtfn_disposable_enter(PyObject* self, PyObject* ignored)

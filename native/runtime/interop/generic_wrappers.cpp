@@ -5,7 +5,7 @@
 #include "interop/generic_wrappers.h"
 
 #include "interop/collections.h"
-#include "interop/subscript.h"
+#include "interop/list_protocol.h"
 #include "interop/wrapper_common.h"
 #include "objects/clr_object.h"
 #include "objects/clr_to_py.h"
@@ -19,45 +19,31 @@ const PyGnEntries& entries(PyObject* self) { return gn_type(self)->binding()->en
 const PyGnElement& element(PyObject* self) { return gn_type(self)->element; }
 void* handle(PyObject* self) { return fn_clr_handle(self); }
 
-PyObject* index_error()
+// The host state of a typed binding (its failures are never inherited).
+PyHostState binding_state(const PyGnBinding* binding)
 {
-    PyErr_SetString(PyExc_IndexError, "list index out of range");
-    return nullptr;
-}
-
-int removal_refused()
-{
-    PyErr_SetString(PyExc_ValueError, "elements removing not supported");
-    return -1;
-}
-
-int size_refused(Py_ssize_t given, Py_ssize_t slice_length)
-{
-    PyErr_Format(PyExc_ValueError, "attempt to assign sequence of size %zd to extended slice of size %zd", given,
-                 slice_length);
-    return -1;
+    PyHostState state;
+    state.not_valid = binding->not_valid;
+    state.message = binding->message;
+    return state;
 }
 
 PyObject* gn_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 {
-    const PyGnBinding* b = reinterpret_cast<PyGnType*>(type)->binding();
-    PyHostState state;
-    state.not_valid = b->not_valid;
-    state.message = b->message;
-    return fn_clr_object_checked_new(type, state);
+    return fn_clr_object_checked_new(type, binding_state(reinterpret_cast<PyGnType*>(type)->binding()));
 }
 
-PyObject* same_type_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (Py_TYPE(other) != Py_TYPE(self))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(handle(self), handle(other), op);
-}
-
-// ---- element access ---------------------------------------------------------
+// ---- element access, as the list protocol reaches it --------------------------
 
 // An element written by managed code as a new reference; null with an error set.
 PyObject* element_to_py(PyObject* self, const PyObjectOutArg& out) { return element(self).to_py(out); }
+
+// Converts one value for the element entries; false with the converter's error.
+bool to_clr(PyObject* self, PyObject* value, PyGnStorage& storage)
+{
+    storage = PyGnStorage{};
+    return element(self).to_clr(value, storage.bytes) != 0;
+}
 
 Py_ssize_t length(PyObject* self)
 {
@@ -67,28 +53,18 @@ Py_ssize_t length(PyObject* self)
     return count < 0 ? 0 : count;
 }
 
-PyObject* length_get(PyObject* self, void*)
-{
-    Py_ssize_t n = length(self);
-    return n < 0 ? nullptr : PyLong_FromSsize_t(n);
-}
+Py_ssize_t access_length(PyObject* self, const void*) { return length(self); }
 
-PyObject* item_checked(PyObject* self, Py_ssize_t index)
+PyObject* get_item(PyObject* self, Py_ssize_t index, const void*)
 {
     PyObjectOutArg out{nullptr, 0};
     int32_t status = entries(self).sq_getitem(handle(self), fn_index_to_clr(index), &out);
-    if (PyErr_Occurred())
+    if (PyErr_Occurred() || fn_list_check_status(status, "item read") < 0)
         return nullptr;
-    if (status == 2)
-        return index_error();
-    if (status != 0) {
-        PyErr_Format(PyExc_RuntimeError, "item read failed with status %d", (int)status);
-        return nullptr;
-    }
     return element_to_py(self, out);
 }
 
-PyObject* item_nocheck(PyObject* self, Py_ssize_t index)
+PyObject* get_item_nocheck(PyObject* self, Py_ssize_t index, const void*)
 {
     PyObjectOutArg out{nullptr, 0};
     entries(self).sq_getitem_nocheck(handle(self), fn_index_to_clr(index), &out);
@@ -97,16 +73,18 @@ PyObject* item_nocheck(PyObject* self, Py_ssize_t index)
     return element_to_py(self, out);
 }
 
-PyObject* sq_item(PyObject* self, Py_ssize_t index) { return item_checked(self, index); }
-
-// Converts one value for the element entries; false with the converter's error.
-bool to_clr(PyObject* self, PyObject* value, PyGnStorage& storage)
+int set_item(PyObject* self, Py_ssize_t index, PyObject* value, const void*)
 {
-    storage = PyGnStorage{};
-    return element(self).to_clr(value, storage.bytes) != 0;
+    PyGnStorage storage;
+    if (!to_clr(self, value, storage))
+        return -1;
+    int32_t status = entries(self).sq_setitem(handle(self), fn_index_to_clr(index), storage.bytes);
+    if (PyErr_Occurred())
+        return -1;
+    return fn_list_check_status(status, "item write");
 }
 
-int store_nocheck(PyObject* self, Py_ssize_t index, PyObject* value)
+int set_item_nocheck(PyObject* self, Py_ssize_t index, PyObject* value, const void*)
 {
     PyGnStorage storage;
     if (!to_clr(self, value, storage))
@@ -115,143 +93,94 @@ int store_nocheck(PyObject* self, Py_ssize_t index, PyObject* value)
     return PyErr_Occurred() ? -1 : 0;
 }
 
-// Every element, in order, as a new list.
-PyObject* all_items(PyObject* self)
+int remove_at(PyObject* self, Py_ssize_t index, const void*)
 {
-    Py_ssize_t n = length(self);
-    if (n < 0)
-        return nullptr;
-    return fn_items_list(self, n, [](PyObject* o, Py_ssize_t i, const void*) { return item_nocheck(o, i); }, nullptr);
+    int32_t status = entries(self).remove_at(handle(self), fn_index_to_clr(index));
+    if (PyErr_Occurred())
+        return -1;
+    return fn_list_check_status(status, "item removal");
 }
 
-PyObject* subscript(PyObject* self, PyObject* key)
+int remove_slice(PyObject* self, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step, const void*)
 {
-    Py_ssize_t n = length(self);
-    if (n < 0)
-        return nullptr;
-    return fn_subscript_sizable(
-        self, key, n, [](PyObject* o, Py_ssize_t i, const void*) { return item_checked(o, i); },
-        [](PyObject* o, Py_ssize_t i, const void*) { return item_nocheck(o, i); }, nullptr);
+    entries(self).mp_remove_items(handle(self), fn_index_to_clr(start), fn_index_to_clr(slice_length),
+                                  fn_index_to_clr(step));
+    return PyErr_Occurred() ? -1 : 0;
 }
 
-int set_item(PyObject* self, Py_ssize_t index, PyObject* value)
+int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step,
+                        Py_ssize_t, const void*)
 {
-    const PyGnEntries& e = entries(self);
-    if (!value) {
-        if (!e.remove_at)
-            return removal_refused();
-        int32_t status = e.remove_at(handle(self), fn_index_to_clr(index));
-        if (PyErr_Occurred())
-            return -1;
-        return status == 2 ? (index_error(), -1) : 0;
-    }
+    int32_t handled = entries(self).mp_set_items(handle(self), handle(source), fn_index_to_clr(start),
+                                                  fn_index_to_clr(slice_length), fn_index_to_clr(step));
+    if (PyErr_Occurred())
+        return -1;
+    return handled == 1;
+}
+
+int add(PyObject* self, PyObject* value, const void*)
+{
     PyGnStorage storage;
     if (!to_clr(self, value, storage))
         return -1;
-    int32_t status = e.sq_setitem(handle(self), fn_index_to_clr(index), storage.bytes);
+    entries(self).add(handle(self), storage.bytes);
+    return PyErr_Occurred() ? -1 : 0;
+}
+
+int extend_from_managed(PyObject* self, PyObject* other, const void*)
+{
+    int32_t handled = entries(self).sq_inplace_concat(handle(self), handle(other));
     if (PyErr_Occurred())
         return -1;
-    if (status == 2)
-        return index_error(), -1;
-    if (status != 0) {
-        PyErr_Format(PyExc_RuntimeError, "item write failed with status %d", (int)status);
-        return -1;
-    }
-    return 0;
+    return handled == 1;
 }
 
-int sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value) { return set_item(self, index, value); }
+const PyListAccess list_access = {
+    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, remove_at, remove_slice,
+    assign_from_managed, PyListSliceSource::SizedSequence,
+    add,                 nullptr,  extend_from_managed,
+};
 
-// Slice assignment: exactly slice_length elements, never growing or shrinking.
-int assign_slice(PyObject* self, Py_ssize_t start, Py_ssize_t step, Py_ssize_t slice_length, PyObject* value)
+// A fixed-size array: no removal and no growth.
+const PyListAccess array_access = {
+    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
+    assign_from_managed, PyListSliceSource::SizedSequence,
+    nullptr,             nullptr,  nullptr,
+};
+
+const PyListAccess* access_of(PyObject* self)
 {
-    if (PyList_CheckExact(value) || PyTuple_CheckExact(value)) {
-        Py_ssize_t size = PySequence_Fast_GET_SIZE(value);
-        if (size != slice_length)
-            return size_refused(size, slice_length);
-        for (Py_ssize_t k = 0; k < slice_length; ++k)
-            if (store_nocheck(self, start + k * step, PySequence_Fast_GET_ITEM(value, k)) < 0)
-                return -1;
-        return 0;
-    }
-    PyTypeObject* type = Py_TYPE(value);
-    if (!type->tp_as_sequence || !type->tp_as_sequence->sq_length) {
-        PyErr_SetString(PyExc_TypeError, "must assign iterable to extended slice");
-        return -1;
-    }
-    Py_ssize_t size = PySequence_Size(value);
-    if (size < 0)
-        return -1;
-    if (size != slice_length)
-        return size_refused(size, slice_length);
-    if (fn_is_managed_wrapper(value)) {
-        // Offer the whole copy to managed code first.
-        int32_t handled = entries(self).mp_set_items(handle(self), handle(value), fn_index_to_clr(start),
-                                                      fn_index_to_clr(slice_length), fn_index_to_clr(step));
-        if (PyErr_Occurred())
-            return -1;
-        if (handled == 1)
-            return 0;
-    }
-    for (Py_ssize_t k = 0; k < slice_length; ++k) {
-        PyObject* item = PySequence_GetItem(value, k);
-        if (!item)
-            return -1;
-        int rc = store_nocheck(self, start + k * step, item);
-        Py_DECREF(item);
-        if (rc < 0)
-            return -1;
-    }
-    return 0;
+    return gn_type(self)->kind == PyGnKind::List ? &list_access : &array_access;
 }
 
-int ass_subscript(PyObject* self, PyObject* key, PyObject* value)
+// ---- slots ----------------------------------------------------------------------
+
+PyObject* length_get(PyObject* self, void*)
 {
     Py_ssize_t n = length(self);
-    if (n < 0)
-        return -1;
-    if (PyIndex_Check(key)) {
-        Py_ssize_t index = PyNumber_AsSsize_t(key, PyExc_IndexError);
-        if (index == -1 && PyErr_Occurred())
-            return -1;
-        if (index < 0)
-            index += n;
-        return set_item(self, index, value);
-    }
-    if (PySlice_Check(key)) {
-        Py_ssize_t start, stop, step;
-        if (PySlice_Unpack(key, &start, &stop, &step) < 0)
-            return -1;
-        Py_ssize_t slice_length = PySlice_AdjustIndices(n, &start, &stop, step);
-        if (value)
-            return assign_slice(self, start, step, slice_length, value);
-        const PyGnEntries& e = entries(self);
-        if (!e.mp_remove_items)
-            return removal_refused();
-        if (step > 0) {
-            // Remove from the highest index down, so earlier removals never shift later targets.
-            start = start + (slice_length - 1) * step;
-            step = -step;
-        }
-        if (start < 0)
-            start = 0;
-        e.mp_remove_items(handle(self), fn_index_to_clr(start), fn_index_to_clr(slice_length), fn_index_to_clr(step));
-        return PyErr_Occurred() ? -1 : 0;
-    }
-    PyErr_Format(PyExc_TypeError, "list indices must be integers or slices, not %.200s", Py_TYPE(key)->tp_name);
-    return -1;
+    return n < 0 ? nullptr : PyLong_FromSsize_t(n);
 }
+
+PyObject* sq_item(PyObject* self, Py_ssize_t index) { return get_item(self, index, nullptr); }
+PyObject* subscript(PyObject* self, PyObject* key) { return fn_list_subscript(self, key, access_of(self), nullptr); }
+int sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value)
+{
+    return fn_list_ass_item(self, index, value, access_of(self), nullptr);
+}
+int ass_subscript(PyObject* self, PyObject* key, PyObject* value)
+{
+    return fn_list_ass_subscript(self, key, value, access_of(self), nullptr);
+}
+PyObject* concat(PyObject* self, PyObject* other) { return fn_list_concat(self, other, access_of(self), nullptr); }
+PyObject* repeat(PyObject* self, Py_ssize_t times) { return fn_list_repeat(self, times, access_of(self), nullptr); }
+PyObject* copy(PyObject* self, PyObject*) { return fn_list_repeat(self, 1, access_of(self), nullptr); }
 
 // A value the element converter refuses cannot be an element, as for a Python list.
 int contains(PyObject* self, PyObject* value)
 {
     PyGnStorage storage;
-    if (!to_clr(self, value, storage)) {
-        if (!PyErr_ExceptionMatches(PyExc_TypeError))
-            return -1;
-        PyErr_Clear();
-        return 0;
-    }
+    if (!to_clr(self, value, storage))
+        return fn_list_not_an_element();
     int32_t found = entries(self).sq_contains(handle(self), storage.bytes);
     if (PyErr_Occurred())
         return -1;
@@ -264,73 +193,16 @@ PyObject* contains_method(PyObject* self, PyObject* value)
     return found < 0 ? nullptr : PyBool_FromLong(found);
 }
 
-PyObject* concat(PyObject* self, PyObject* other)
-{
-    if (fn_classify_operand(other) == PyOperandKind::None) {
-        PyErr_SetString(PyExc_ValueError, "argument must be iterable or sequence");
-        return nullptr;
-    }
-    PyObject* result = all_items(self);
-    if (!result)
-        return nullptr;
-    if (fn_append_operand_items(result, other) < 0) {
-        Py_DECREF(result);
-        return nullptr;
-    }
-    return result;
-}
-
-PyObject* repeat(PyObject* self, Py_ssize_t times)
-{
-    PyObject* items = all_items(self);  // read once each, also for a count of 0
-    if (!items)
-        return nullptr;
-    PyObject* result = PySequence_Repeat(items, times < 0 ? 0 : times);
-    Py_DECREF(items);
-    return result;
-}
-
-PyObject* copy(PyObject* self, PyObject*) { return repeat(self, 1); }
-
-int add_one(PyObject* self, PyObject* value)
-{
-    PyGnStorage storage;
-    if (!to_clr(self, value, storage))
-        return -1;
-    entries(self).add(handle(self), storage.bytes);
-    return PyErr_Occurred() ? -1 : 0;
-}
-
-PyObject* append(PyObject* self, PyObject* value)
-{
-    if (add_one(self, value) < 0)
-        return nullptr;
-    Py_RETURN_NONE;
-}
-
-int extend_with(PyObject* self, PyObject* other)
-{
-    if (fn_is_managed_wrapper(other)) {
-        int32_t handled = entries(self).sq_inplace_concat(handle(self), handle(other));
-        if (PyErr_Occurred())
-            return -1;
-        if (handled == 1)
-            return 0;
-    }
-    return fn_for_each_operand_item(
-        other, [self](PyObject* item) { return add_one(self, item); }, [](Py_ssize_t) { return 0; });
-}
-
 PyObject* extend(PyObject* self, PyObject* other)
 {
-    if (extend_with(self, other) < 0)
+    if (fn_list_extend(self, other, &list_access, nullptr) < 0)
         return nullptr;
     Py_RETURN_NONE;
 }
 
 PyObject* inplace_concat(PyObject* self, PyObject* other)
 {
-    if (extend_with(self, other) < 0)
+    if (fn_list_extend(self, other, &list_access, nullptr) < 0)
         return nullptr;
     Py_INCREF(self);
     return self;
@@ -343,6 +215,15 @@ PyObject* inplace_repeat(PyObject* self, Py_ssize_t times)
         return nullptr;
     Py_INCREF(self);
     return self;
+}
+
+// ---- methods ----------------------------------------------------------------------
+
+PyObject* append(PyObject* self, PyObject* value)
+{
+    if (add(self, value, nullptr) < 0)
+        return nullptr;
+    Py_RETURN_NONE;
 }
 
 PyObject* insert(PyObject* self, PyObject* args)
@@ -368,42 +249,21 @@ PyObject* remove(PyObject* self, PyObject* value)
     uint8_t removed = entries(self).remove(handle(self), storage.bytes);
     if (PyErr_Occurred())
         return nullptr;
-    if (!removed) {
-        PyErr_SetString(PyExc_ValueError, "list.remove(x): x not in list");
-        return nullptr;
-    }
-    Py_RETURN_NONE;
+    return fn_list_remove_result(removed != 0);
 }
 
 PyObject* pop(PyObject* self, PyObject* args)
 {
-    PyObject* arg = Py_None;
-    if (!PyArg_UnpackTuple(args, "pop", 0, 1, &arg))
+    int32_t has_index;
+    Py_ssize_t index;
+    if (!fn_list_pop_args(args, &has_index, &index))
         return nullptr;
-    int32_t has_index = 0;
-    Py_ssize_t index = 0;
-    if (arg != Py_None) {
-        if (!PyIndex_Check(arg)) {
-            PyErr_Format(PyExc_TypeError, "argument should be integer or None, not '%.200s'", Py_TYPE(arg)->tp_name);
-            return nullptr;
-        }
-        index = PyNumber_AsSsize_t(arg, PyExc_IndexError);
-        if (index == -1 && PyErr_Occurred())
-            return nullptr;
-        has_index = 1;
-    }
     PyObjectOutArg out{nullptr, 0};
     int32_t status = entries(self).pop(handle(self), has_index, fn_index_to_clr(index), &out);
     if (PyErr_Occurred())
         return nullptr;
-    if (status == 1) {
-        PyErr_SetString(PyExc_IndexError, "pop from empty list");
-        return nullptr;
-    }
-    if (status == 2) {
-        PyErr_SetString(PyExc_IndexError, "pop index out of range");
-        return nullptr;
-    }
+    if (status != 0)
+        return fn_list_pop_result(status, nullptr);
     return element_to_py(self, out);
 }
 
@@ -425,15 +285,9 @@ PyObject* reverse(PyObject* self, PyObject*)
 
 PyObject* sort(PyObject* self, PyObject* args, PyObject* kwargs)
 {
-    static const char* keywords[] = {"key", "reverse", nullptr};
-    PyObject* key = Py_None;
-    int reversed = 0;
-    if (!PyArg_ParseTupleAndKeywords(args, kwargs, "|Op:sort", const_cast<char**>(keywords), &key, &reversed))
+    int32_t reversed;
+    if (!fn_list_sort_args(args, kwargs, &reversed))
         return nullptr;
-    if (key != Py_None) {
-        PyErr_SetString(PyExc_ValueError, "custom sorting key is not supported");
-        return nullptr;
-    }
     entries(self).sort(handle(self), reversed);
     if (PyErr_Occurred())
         return nullptr;
@@ -443,22 +297,18 @@ PyObject* sort(PyObject* self, PyObject* args, PyObject* kwargs)
 PyObject* index(PyObject* self, PyObject* args)
 {
     PyObject* value;
-    Py_ssize_t start = 0, stop = 0;
-    if (!PyArg_ParseTuple(args, "O|nn:index", &value, &start, &stop))
+    int32_t has_start, has_stop;
+    Py_ssize_t start, stop;
+    if (!fn_list_index_args(args, &value, &has_start, &start, &has_stop, &stop))
         return nullptr;
     PyGnStorage storage;
     if (!to_clr(self, value, storage))
         return nullptr;
-    Py_ssize_t given = PyTuple_GET_SIZE(args);
-    int32_t position = entries(self).index_by(handle(self), given >= 2, fn_index_to_clr(start), given >= 3,
+    int32_t position = entries(self).index_by(handle(self), has_start, fn_index_to_clr(start), has_stop,
                                               fn_index_to_clr(stop), storage.bytes);
     if (PyErr_Occurred())
         return nullptr;
-    if (position < 0) {
-        PyErr_SetString(PyExc_ValueError, "value is not in list");
-        return nullptr;
-    }
-    return PyLong_FromLong(position);
+    return fn_list_index_result(position);
 }
 
 PyObject* count(PyObject* self, PyObject* value)
@@ -543,17 +393,7 @@ PyMappingMethods list_mapping = {length, subscript, ass_subscript};
 void fill_type(PyGnType* t, const char* name)
 {
     PyTypeObject& type = t->type;
-    type = PyTypeObject{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = same_type_richcompare;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = gn_tp_new;
+    type = fn_wrapper_type(name, sizeof(PyClrObject), gn_tp_new);
     switch (t->kind) {
     case PyGnKind::List:
         type.tp_as_sequence = &list_sequence;
@@ -601,21 +441,11 @@ PyObject* wrpPye_gn_result_to_py(const PyCollectionArg& arg, PyGnType* least_der
 
 PyObject* wrpPye_gn_tp_iter(PyObject* self, const PyGnBinding* enumerable, PyTypeObject* iter_type)
 {
-    if (enumerable->not_valid) {
-        PyHostState state;
-        state.not_valid = true;
-        state.message = enumerable->message;
-        return fn_raise_host_state_error(state);
-    }
+    if (enumerable->not_valid)
+        return fn_raise_host_state_error(binding_state(enumerable));
     PyObjectOutArg out{nullptr, 0};
     int32_t status = enumerable->entries.get_enumerator(fn_clr_handle(self), &out);
-    if (PyErr_Occurred())
-        return nullptr;  // a raising entry wrote no handle
-    if (status < 0 || !out.handle) {
-        PyErr_SetString(PyExc_ValueError, "the collection was modified during the operation");
-        return nullptr;
-    }
-    return fn_conv_clr_ifcimpl_to_py_ifcimpl(out, iter_type);
+    return fn_enumerator_to_py(status, out, iter_type);
 }
 
 int wrpPye_gn_conv_py_to_clr(PyObject* obj, VariantArg* out, PyGnType* t, const char* what)

@@ -7,6 +7,7 @@
 
 #include "interop/collections.h"
 #include "interop/disposable.h"
+#include "interop/interop_state.h"
 #include "interop/streams.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
@@ -20,36 +21,33 @@ struct InteropType {
     PyTypeObject* type;
     // Set both as additional and as implicit interfaces.
     std::vector<PyTypeObject*> interfaces;
-    std::string full_name;
 };
 
-// Readied, marked and added in this order.
-std::vector<InteropType>& interop_types()
+// Readied, marked and added in this order (that of PyInteropType).
+const std::vector<InteropType>& interop_types()
 {
-    static std::vector<InteropType> types = {
-        {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, {}, {}},
-        {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, {}, {}},
-        {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, {}, {}},
-        {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}, {}},
+    static const std::vector<InteropType> types = {
+        {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, {}},
+        {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, {}},
+        {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, {}},
+        {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}},
         {"_IListWrapper", &wrpPye_tyds_FFFFFFFF_IListWrapper,
-         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}, {}},
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
         {"_RoColBaseWrapper", &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper,
-         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}, {}},
+         {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
         {"_ColBaseWrapper", &wrpPye_tyds_FFFFFFFF_ColBaseWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
-          &wrpPye_tyds_FFFFFFFF_IListWrapper},
-         {}},
+          &wrpPye_tyds_FFFFFFFF_IListWrapper}},
         {"_ArrayWrapper", &wrpPye_tyds_FFFFFFFF_ArrayWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
-          &wrpPye_tyds_FFFFFFFF_IListWrapper},
-         {}},
+          &wrpPye_tyds_FFFFFFFF_IListWrapper}},
         {"_ArrListWrapper", &wrpPye_tyds_FFFFFFFF_ArrListWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
-          &wrpPye_tyds_FFFFFFFF_IListWrapper},
-         {}},
-        {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, {}, {}},
-        {"_StreamWrapper", &wrpPye_tyds_FFFFFFFF_StreamWrapper, {&wrpPye_tyds_FFFFFFFF_IDisposableWrapper}, {}},
+          &wrpPye_tyds_FFFFFFFF_IListWrapper}},
+        {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, {}},
+        {"_StreamWrapper", &wrpPye_tyds_FFFFFFFF_StreamWrapper, {&wrpPye_tyds_FFFFFFFF_IDisposableWrapper}},
     };
+    static_assert(kPyInteropTypeCount == 11, "one entry per PyInteropType");
     return types;
 }
 
@@ -65,32 +63,34 @@ bool set_interface_marks(const InteropType& entry)
            fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_ImplicitInterfaces, ifcs.data(), ifcs.size());
 }
 
-PyModuleDef interop_def = {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr};
-std::string interop_name;
-
 }  // namespace
 
 void wrpPye_prepare_interop_types(const char* root_name)
 {
-    for (InteropType& entry : interop_types()) {
+    const std::vector<InteropType>& types = interop_types();
+    std::string* names = fn_interop_state().type_names;
+    for (size_t i = 0; i < types.size(); ++i) {
+        const InteropType& entry = types[i];
         if (entry.type->tp_flags & Py_TPFLAGS_READY)
             continue;
-        entry.full_name = std::string(root_name) + "._wrpgen._interop." + entry.attr;
-        entry.type->tp_name = entry.full_name.c_str();
+        names[i] = std::string(root_name) + "._wrpgen._interop." + entry.attr;
+        entry.type->tp_name = names[i].c_str();
     }
 }
 
 PyObject* wrpPye_mlit_FFFFFFFF_interop_wrappers(const char* root_name)
 {
     wrpPye_prepare_interop_types(root_name);
-    interop_name = std::string(root_name) + "._wrpgen._interop";
-    interop_def.m_name = interop_name.c_str();
-    PyObject* module = PyModule_Create2(&interop_def, 1013);
+    PyInteropState& state = fn_interop_state();
+    const std::string& interop_name = state.module_name = std::string(root_name) + "._wrpgen._interop";
+    state.module_def = {PyModuleDef_HEAD_INIT, interop_name.c_str(), nullptr, -1,     nullptr,
+                        nullptr,               nullptr,             nullptr, nullptr};
+    PyObject* module = PyModule_Create2(&state.module_def, 1013);
     if (!module) {
         PyShlErr_ModuleImportError(interop_name.c_str(), 0);
         return nullptr;
     }
-    for (InteropType& entry : interop_types()) {
+    for (const InteropType& entry : interop_types()) {
         PyTypeObject* type = entry.type;
         if (PyType_Ready(type) < 0) {
             PyShlErr_TypeReadyError(type->tp_name, interop_name.c_str());

@@ -6,7 +6,8 @@
 
 #include "interop/collection_hosts.h"
 #include "interop/collections.h"
-#include "interop/subscript.h"
+#include "interop/interop_state.h"
+#include "interop/list_protocol.h"
 #include "interop/wrapper_common.h"
 #include "marshal/scalars.h"
 #include "marshal/variant.h"
@@ -14,59 +15,13 @@
 
 namespace {
 
-const PyHostState& ilist_state()
-{
-    static const PyHostState s =
-        fn_interop_host_state({wrpPye_is_not_valid_ilist, wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter,
-                               wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& colbase_state()
-{
-    static const PyHostState s =
-        fn_interop_host_state({wrpPye_is_not_valid_colbase, wrpPye_is_not_valid_ilist, wrpPye_is_not_valid_icol,
-                               wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& array_state()
-{
-    static const PyHostState s = fn_interop_host_state(
-        {wrpPye_is_not_valid_array, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-const PyHostState& arrlist_state()
-{
-    static const PyHostState s = fn_interop_host_state(
-        {wrpPye_is_not_valid_arrlist, wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
-    return s;
-}
-
-PyObject* ilist_tp_new(PyTypeObject* type, PyObject*, PyObject*) { return fn_clr_object_checked_new(type, ilist_state()); }
-PyObject* colbase_tp_new(PyTypeObject* type, PyObject*, PyObject*) { return fn_clr_object_checked_new(type, colbase_state()); }
-PyObject* array_tp_new(PyTypeObject* type, PyObject*, PyObject*) { return fn_clr_object_checked_new(type, array_state()); }
-PyObject* arrlist_tp_new(PyTypeObject* type, PyObject*, PyObject*) { return fn_clr_object_checked_new(type, arrlist_state()); }
-
-PyObject* same_type_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, Py_TYPE(self)))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
-}
-
 int convert_variant(PyObject* obj, void* out)
 {
     return fn_conv_py_variant_to_clr_variant(obj, static_cast<VariantArg*>(out));
 }
 
-PyObject* index_error()
-{
-    PyErr_SetString(PyExc_IndexError, "list index out of range");
-    return nullptr;
-}
-
+// The untyped families: elements cross as VariantArgs one way and as finished
+// Python objects the other way; the list protocol itself is list_protocol's.
 template <typename Host>
 struct ListOps {
     static constexpr bool kResizable = !std::is_same_v<Host, PyHost_ph_Array>;
@@ -94,19 +49,16 @@ struct ListOps {
         return n == -1 && PyErr_Occurred() ? nullptr : PyLong_FromSsize_t(n);
     }
 
-    static PyObject* get_item(PyObject* self, Py_ssize_t index)
+    // ---- element access, as the list protocol reaches it ----
+
+    static Py_ssize_t access_length(PyObject* self, const void*) { return length(self); }
+
+    static PyObject* get_item(PyObject* self, Py_ssize_t index, const void*)
     {
         PyObject* item = nullptr;
         int32_t status = host()->sq_getitem(handle(self), fn_index_to_clr(index), &item);
-        if (PyErr_Occurred()) {
+        if (PyErr_Occurred() || fn_list_check_status(status, "item read") < 0) {
             Py_XDECREF(item);
-            return nullptr;
-        }
-        if (status == 2)
-            return index_error();
-        if (status != 0) {
-            Py_XDECREF(item);
-            PyErr_Format(PyExc_RuntimeError, "item read failed with status %d", (int)status);
             return nullptr;
         }
         if (!item)
@@ -114,8 +66,7 @@ struct ListOps {
         return item;
     }
 
-    // New reference to element i through the unchecked reader.
-    static PyObject* get_item_nocheck(PyObject* self, Py_ssize_t index)
+    static PyObject* get_item_nocheck(PyObject* self, Py_ssize_t index, const void*)
     {
         PyObject* item = host()->sq_getitem_nocheck(handle(self), fn_index_to_clr(index));
         if (PyErr_Occurred()) {
@@ -127,249 +78,119 @@ struct ListOps {
         return item;
     }
 
-    static PyObject* sq_item(PyObject* self, Py_ssize_t index) { return get_item(self, index); }
-
-    static PyObject* subscript(PyObject* self, PyObject* key)
+    static int set_item(PyObject* self, Py_ssize_t index, PyObject* value, const void*)
     {
-        Py_ssize_t n = length(self);
-        if (n == -1 && PyErr_Occurred())
-            return nullptr;
-        return fn_subscript_sizable(
-            self, key, n, [](PyObject* o, Py_ssize_t i, const void*) { return get_item(o, i); },
-            [](PyObject* o, Py_ssize_t i, const void*) { return get_item_nocheck(o, i); }, nullptr);
-    }
-
-    static int set_item(PyObject* self, Py_ssize_t index, PyObject* value)
-    {
-        void* h = handle(self);
-        if (!value) {
-            if constexpr (!kResizable) {
-                PyErr_SetString(PyExc_ValueError, "elements removing not supported");
-                return -1;
-            } else {
-                int32_t status = host()->remove_at(h, fn_index_to_clr(index));
-                if (PyErr_Occurred())
-                    return -1;
-                if (status == 2) {
-                    index_error();
-                    return -1;
-                }
-                return 0;
-            }
-        }
         VariantArg arg{};
         if (!fn_conv_py_variant_to_clr_variant(value, &arg))
             return -1;
-        int32_t status = host()->sq_setitem(h, fn_index_to_clr(index), &arg);
+        int32_t status = host()->sq_setitem(handle(self), fn_index_to_clr(index), &arg);
         if (PyErr_Occurred())
             return -1;
-        if (status == 2) {
-            index_error();
-            return -1;
-        }
-        return 0;
+        return fn_list_check_status(status, "item write");
     }
 
-    static int sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value) { return set_item(self, index, value); }
-
-    // Writes items of `source` (a fast sequence or a sized sequence) one by one.
-    static int assign_items(PyObject* self, PyObject* source, bool fast, Py_ssize_t start, Py_ssize_t step,
-                            Py_ssize_t slice_length)
-    {
-        void* h = handle(self);
-        for (Py_ssize_t k = 0; k < slice_length; ++k) {
-            PyObject* item = fast ? PySequence_Fast_GET_ITEM(source, k) : PySequence_GetItem(source, k);
-            if (!item)
-                return -1;
-            if (fast)
-                Py_INCREF(item);
-            VariantArg arg{};
-            int ok = fn_conv_py_variant_to_clr_variant(item, &arg);
-            if (ok)
-                host()->sq_setitem_nocheck(h, fn_index_to_clr(start + k * step), &arg);
-            Py_DECREF(item);
-            if (!ok || PyErr_Occurred())
-                return -1;
-        }
-        return 0;
-    }
-
-    static int assign_slice(PyObject* self, Py_ssize_t start, Py_ssize_t step, Py_ssize_t slice_length,
-                            PyObject* value)
-    {
-        PyTypeObject* type = Py_TYPE(value);
-        if (type == &PyList_Type || type == &PyTuple_Type) {
-            Py_ssize_t size = PySequence_Fast_GET_SIZE(value);
-            if (size != slice_length) {
-                PyErr_Format(PyExc_ValueError, "attempt to assign sequence of size %zd to extended slice of size %zd",
-                             size, slice_length);
-                return -1;
-            }
-            return assign_items(self, value, true, start, step, slice_length);
-        }
-        if (!type->tp_as_sequence || !type->tp_as_sequence->sq_length) {
-            PyErr_SetString(PyExc_TypeError, "must assign iterable to extended slice");
-            return -1;
-        }
-        Py_ssize_t size = PySequence_Size(value);
-        if (size < 0 && PyErr_Occurred())
-            return -1;
-        if (size != slice_length) {
-            PyErr_Format(PyExc_ValueError, "attempt to assign sequence of size %zd to extended slice of size %zd",
-                         size, slice_length);
-            return -1;
-        }
-        if (fn_is_managed_wrapper(value)) {
-            int32_t handled = host()->mp_set_items(handle(self), fn_clr_handle(value), fn_index_to_clr(start),
-                                                   fn_index_to_clr(slice_length), fn_index_to_clr(step));
-            if (PyErr_Occurred())
-                return -1;
-            if (handled == 1)
-                return 0;
-        }
-        return assign_items(self, value, false, start, step, slice_length);
-    }
-
-    static int ass_subscript(PyObject* self, PyObject* key, PyObject* value)
-    {
-        if (PyIndex_Check(key)) {
-            Py_ssize_t index = PyNumber_AsSsize_t(key, PyExc_IndexError);
-            if (index == -1 && PyErr_Occurred())
-                return -1;
-            if (index < 0) {
-                Py_ssize_t n = length(self);
-                if (n == -1 && PyErr_Occurred())
-                    return -1;
-                index += n;
-            }
-            return set_item(self, index, value);
-        }
-        if (!PySlice_Check(key)) {
-            PyErr_Format(PyExc_TypeError, "list indices must be integers or slices, not %.200s",
-                         Py_TYPE(key)->tp_name);
-            return -1;
-        }
-        if (!kResizable && !value) {
-            PyErr_SetString(PyExc_ValueError, "elements removing not supported");
-            return -1;
-        }
-        Py_ssize_t start, stop, step;
-        if (PySlice_Unpack(key, &start, &stop, &step) < 0)
-            return -1;
-        Py_ssize_t n = length(self);
-        if (n == -1 && PyErr_Occurred())
-            return -1;
-        Py_ssize_t slice_length = PySlice_AdjustIndices(n, &start, &stop, step);
-        if (value)
-            return assign_slice(self, start, step, slice_length, value);
-        if constexpr (kResizable) {
-            // Removal runs from the highest index down so that earlier removals
-            // never shift later targets.
-            if (step > 0) {
-                start = start + (slice_length - 1) * step;
-                step = -step;
-            }
-            if (start < 0)
-                start = 0;
-            host()->mp_remove_items(handle(self), fn_index_to_clr(start), fn_index_to_clr(slice_length),
-                                    fn_index_to_clr(step));
-            return PyErr_Occurred() ? -1 : 0;
-        }
-        return -1;
-    }
-
-    // The wrapper's items (new list), read once each with the unchecked reader.
-    static PyObject* items(PyObject* self)
-    {
-        Py_ssize_t n = length(self);
-        if (n == -1 && PyErr_Occurred())
-            return nullptr;
-        if (n < 0)
-            n = 0;
-        return fn_items_list(
-            self, n, [](PyObject* o, Py_ssize_t i, const void*) { return get_item_nocheck(o, i); }, nullptr);
-    }
-
-    static PyObject* concat(PyObject* self, PyObject* other)
-    {
-        PyObject* result = items(self);
-        if (!result)
-            return nullptr;
-        if (fn_append_operand_items(result, other) < 0) {
-            Py_DECREF(result);
-            return nullptr;
-        }
-        return result;
-    }
-
-    static PyObject* repeat(PyObject* self, Py_ssize_t times)
-    {
-        if (times < 0)
-            times = 0;
-        PyObject* once = items(self);
-        if (!once)
-            return nullptr;
-        Py_ssize_t n = PyList_GET_SIZE(once);
-        if (times && n > PY_SSIZE_T_MAX / times) {
-            Py_DECREF(once);
-            return PyErr_NoMemory();
-        }
-        PyObject* result = PyList_New(n * times);
-        if (!result) {
-            Py_DECREF(once);
-            return nullptr;
-        }
-        for (Py_ssize_t i = 0; i < n; ++i) {
-            PyObject* item = PyList_GET_ITEM(once, i);
-            for (Py_ssize_t k = 0; k < times; ++k) {
-                Py_INCREF(item);
-                PyList_SET_ITEM(result, i + k * n, item);
-            }
-        }
-        Py_DECREF(once);
-        return result;
-    }
-
-    static PyObject* copy(PyObject* self, PyObject*) { return repeat(self, 1); }
-
-    static int add_item(PyObject* self, PyObject* item)
+    static int set_item_nocheck(PyObject* self, Py_ssize_t index, PyObject* value, const void*)
     {
         VariantArg arg{};
-        if (!fn_conv_py_variant_to_clr_variant(item, &arg))
+        if (!fn_conv_py_variant_to_clr_variant(value, &arg))
+            return -1;
+        host()->sq_setitem_nocheck(handle(self), fn_index_to_clr(index), &arg);
+        return PyErr_Occurred() ? -1 : 0;
+    }
+
+    static int remove_at(PyObject* self, Py_ssize_t index, const void*)
+    {
+        int32_t status = host()->remove_at(handle(self), fn_index_to_clr(index));
+        if (PyErr_Occurred())
+            return -1;
+        return fn_list_check_status(status, "item removal");
+    }
+
+    static int remove_slice(PyObject* self, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step,
+                            const void*)
+    {
+        host()->mp_remove_items(handle(self), fn_index_to_clr(start), fn_index_to_clr(slice_length),
+                                fn_index_to_clr(step));
+        return PyErr_Occurred() ? -1 : 0;
+    }
+
+    static int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_ssize_t slice_length,
+                                   Py_ssize_t step, Py_ssize_t, const void*)
+    {
+        int32_t handled = host()->mp_set_items(handle(self), fn_clr_handle(source), fn_index_to_clr(start),
+                                               fn_index_to_clr(slice_length), fn_index_to_clr(step));
+        if (PyErr_Occurred())
+            return -1;
+        return handled == 1;
+    }
+
+    static int add(PyObject* self, PyObject* value, const void*)
+    {
+        VariantArg arg{};
+        if (!fn_conv_py_variant_to_clr_variant(value, &arg))
             return -1;
         host()->add(handle(self), &arg);
         return PyErr_Occurred() ? -1 : 0;
     }
 
-    static int extend_with(PyObject* self, PyObject* other)
+    // Only the array list has EnsureCapacity.
+    static int reserve(PyObject* self, Py_ssize_t count, const void*)
     {
-        if (fn_is_managed_wrapper(other)) {
-            int32_t handled = host()->sq_inplace_concat(handle(self), fn_clr_handle(other));
-            if (PyErr_Occurred())
-                return -1;
-            if (handled == 1)
-                return 0;
-        }
-        return fn_for_each_operand_item(
-            other, [self](PyObject* item) { return add_item(self, item); },
-            [self](Py_ssize_t size) {
-                if (!host()->has_ensure_capacity())
-                    return 0;
-                host()->ensure_capacity(handle(self), fn_index_to_clr(size));
-                return PyErr_Occurred() ? -1 : 0;
-            });
+        if (!host()->has_ensure_capacity())
+            return 0;
+        host()->ensure_capacity(handle(self), fn_index_to_clr(count));
+        return PyErr_Occurred() ? -1 : 0;
     }
+
+    static int extend_from_managed(PyObject* self, PyObject* other, const void*)
+    {
+        int32_t handled = host()->sq_inplace_concat(handle(self), fn_clr_handle(other));
+        if (PyErr_Occurred())
+            return -1;
+        return handled == 1;
+    }
+
+    static inline const PyListAccess access = {
+        access_length,
+        get_item,
+        get_item_nocheck,
+        set_item,
+        set_item_nocheck,
+        kResizable ? remove_at : nullptr,
+        kResizable ? remove_slice : nullptr,
+        assign_from_managed,
+        PyListSliceSource::SizedSequence,
+        kResizable ? add : nullptr,
+        kResizable ? reserve : nullptr,
+        kResizable ? extend_from_managed : nullptr,
+    };
+
+    // ---- slots ----
+
+    static PyObject* sq_item(PyObject* self, Py_ssize_t index) { return get_item(self, index, nullptr); }
+    static PyObject* subscript(PyObject* self, PyObject* key) { return fn_list_subscript(self, key, &access, nullptr); }
+    static int sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value)
+    {
+        return fn_list_ass_item(self, index, value, &access, nullptr);
+    }
+    static int ass_subscript(PyObject* self, PyObject* key, PyObject* value)
+    {
+        return fn_list_ass_subscript(self, key, value, &access, nullptr);
+    }
+    static PyObject* concat(PyObject* self, PyObject* other) { return fn_list_concat(self, other, &access, nullptr); }
+    static PyObject* repeat(PyObject* self, Py_ssize_t times) { return fn_list_repeat(self, times, &access, nullptr); }
+    static PyObject* copy(PyObject* self, PyObject*) { return fn_list_repeat(self, 1, &access, nullptr); }
 
     static PyObject* extend(PyObject* self, PyObject* other)
     {
-        if (extend_with(self, other) < 0)
+        if (fn_list_extend(self, other, &access, nullptr) < 0)
             return nullptr;
         Py_RETURN_NONE;
     }
 
     static PyObject* inplace_concat(PyObject* self, PyObject* other)
     {
-        if (extend_with(self, other) < 0)
+        if (fn_list_extend(self, other, &access, nullptr) < 0)
             return nullptr;
         Py_INCREF(self);
         return self;
@@ -384,9 +205,11 @@ struct ListOps {
         return self;
     }
 
+    // ---- methods ----
+
     static PyObject* append(PyObject* self, PyObject* value)
     {
-        if (add_item(self, value) < 0)
+        if (add(self, value, nullptr) < 0)
             return nullptr;
         Py_RETURN_NONE;
     }
@@ -411,20 +234,14 @@ struct ListOps {
         bool removed = host()->remove(handle(self), &arg);
         if (PyErr_Occurred())
             return nullptr;
-        if (!removed) {
-            PyErr_SetString(PyExc_ValueError, "list.remove(x): x not in list");
-            return nullptr;
-        }
-        Py_RETURN_NONE;
+        return fn_list_remove_result(removed);
     }
 
     static PyObject* pop(PyObject* self, PyObject* args)
     {
-        if (fn_check_args_count_out_of_range(PyTuple_GET_SIZE(args), "pop", 0, 1))
-            return nullptr;
-        Py_ssize_t index = -1;
-        int32_t has_index = PyTuple_GET_SIZE(args) == 1 && PyTuple_GET_ITEM(args, 0) != Py_None;
-        if (!fn_conv_py_optional_to_ssize_t(args, &index))
+        int32_t has_index;
+        Py_ssize_t index;
+        if (!fn_list_pop_args(args, &has_index, &index))
             return nullptr;
         PyObject* item = nullptr;
         int32_t status = host()->pop(handle(self), has_index, fn_index_to_clr(index), &item);
@@ -432,23 +249,7 @@ struct ListOps {
             Py_XDECREF(item);
             return nullptr;
         }
-        switch (status) {
-        case 0:
-            if (!item)
-                Py_RETURN_NONE;
-            return item;
-        case 1:
-            PyErr_SetString(PyExc_IndexError, "pop from empty list");
-            break;
-        case 2:
-            PyErr_SetString(PyExc_IndexError, "pop index out of range");
-            break;
-        default:
-            PyErr_Format(PyExc_RuntimeError, "pop failed with status %d", (int)status);
-            break;
-        }
-        Py_XDECREF(item);
-        return nullptr;
+        return fn_list_pop_result(status, item);
     }
 
     static PyObject* clear(PyObject* self, PyObject*)
@@ -469,20 +270,19 @@ struct ListOps {
 
     static PyObject* index(PyObject* self, PyObject* args)
     {
-        VariantArg arg{};
-        Py_ssize_t start = 0, stop = 0;
-        if (!PyArg_ParseTuple(args, "O&|nn:index", convert_variant, &arg, &start, &stop))
+        PyObject* value;
+        int32_t has_start, has_stop;
+        Py_ssize_t start, stop;
+        if (!fn_list_index_args(args, &value, &has_start, &start, &has_stop, &stop))
             return nullptr;
-        Py_ssize_t given = PyTuple_GET_SIZE(args);
-        int32_t position = host()->index_by(handle(self), given >= 2, fn_index_to_clr(start), given >= 3,
+        VariantArg arg{};
+        if (!fn_conv_py_variant_to_clr_variant(value, &arg))
+            return nullptr;
+        int32_t position = host()->index_by(handle(self), has_start, fn_index_to_clr(start), has_stop,
                                             fn_index_to_clr(stop), &arg);
         if (PyErr_Occurred())
             return nullptr;
-        if (position < 0) {
-            PyErr_SetString(PyExc_ValueError, "value is not in list");
-            return nullptr;
-        }
-        return PyLong_FromLong(position);
+        return fn_list_index_result(position);
     }
 
     static PyObject* count(PyObject* self, PyObject* value)
@@ -515,16 +315,10 @@ struct ListOps {
 
     static PyObject* sort(PyObject* self, PyObject* args, PyObject* kwargs)
     {
-        static const char* keywords[] = {"key", "reverse", nullptr};
-        PyObject* key = Py_None;
-        int reverse = 0;
-        if (!PyArg_ParseTupleAndKeywords(args, kwargs, "|Op:sort", const_cast<char**>(keywords), &key, &reverse))
+        int32_t reversed;
+        if (!fn_list_sort_args(args, kwargs, &reversed))
             return nullptr;
-        if (key != Py_None) {
-            PyErr_SetString(PyExc_ValueError, "custom sorting key is not supported");
-            return nullptr;
-        }
-        host()->sort(handle(self), reverse ? 1 : 0);
+        host()->sort(handle(self), reversed);
         if (PyErr_Occurred())
             return nullptr;
         Py_RETURN_NONE;
@@ -588,33 +382,22 @@ PyMethodDef array_methods[] = {
 template <typename Ops>
 PyTypeObject make_list_type(const char* name, newfunc tp_new, PyMethodDef* methods)
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop.<name>" when the module is built.
-    type.tp_name = name;
-    type.tp_basicsize = sizeof(PyClrObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = same_type_richcompare;
+    PyTypeObject type = fn_wrapper_type(name, sizeof(PyClrObject), tp_new);
     type.tp_as_sequence = &Ops::as_sequence;
     type.tp_as_mapping = &Ops::as_mapping;
     type.tp_iter = wrpPye_collection_tp_iter;
     type.tp_methods = methods;
     type.tp_getset = Ops::getset;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = tp_new;
     return type;
 }
 
 }  // namespace
 
-PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._IListWrapper", ilist_tp_new, resizable_methods<IListOps>);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper =
-    make_list_type<IListOps>("_wrpgen._interop._ColBaseWrapper", colbase_tp_new, resizable_methods<IListOps>);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper =
-    make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", array_tp_new, array_methods);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper =
-    make_list_type<ArrListOps>("_wrpgen._interop._ArrListWrapper", arrlist_tp_new, resizable_methods<ArrListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper = make_list_type<IListOps>(
+    "_wrpgen._interop._IListWrapper", fn_interop_tp_new<PyInteropType::IList>, resizable_methods<IListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper = make_list_type<IListOps>(
+    "_wrpgen._interop._ColBaseWrapper", fn_interop_tp_new<PyInteropType::ColBase>, resizable_methods<IListOps>);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper = make_list_type<ArrayOps>(
+    "_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper = make_list_type<ArrListOps>(
+    "_wrpgen._interop._ArrListWrapper", fn_interop_tp_new<PyInteropType::ArrList>, resizable_methods<ArrListOps>);

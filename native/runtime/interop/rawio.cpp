@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "marshal/error_bridge.h"
+#include "marshal/module_type_instance.h"
 #include "marshal/scalars.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
@@ -351,21 +352,6 @@ int64_t fn_clbk_rawio_length(PyObject* file)
     return length;
 }
 
-namespace {
-
-// 1 when obj is an instance of <module>.<name>, 0 when not, -1 on error.
-int is_instance_of(PyObject* obj, const char* module, PyObject* name)
-{
-    PyObject* type = fn_import_type_from_module(module, name);
-    if (!type)
-        return -1;
-    int result = PyObject_IsInstance(obj, type);
-    Py_DECREF(type);
-    return result;
-}
-
-}  // namespace
-
 int wrpPye_conv_py_to_clr_stream(PyObject* obj, VariantArg* out)
 {
     out->type = 0;
@@ -396,7 +382,7 @@ int wrpPye_conv_py_to_clr_stream(PyObject* obj, VariantArg* out)
             {"orvane.pyio", PyWrpIdTypeName_BufferStream},
         };
         for (const Candidate& candidate : candidates) {
-            int found = is_instance_of(obj, candidate.module, candidate.name);
+            int found = fn_is_instance_of_module_type(obj, candidate.module, candidate.name);
             if (found < 0)
                 return 0;
             if (found) {

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "hosting/object_host.h"
+#include "interop/interop_state.h"
 #include "interop/streams.h"
 #include "interop/wrapper_common.h"
 #include "marshal/error_bridge.h"
@@ -16,28 +17,9 @@ namespace {
 
 constexpr Py_ssize_t kMaxTransfer = 0x7FFFFFFF;
 
-const PyHostState& stream_state()
-{
-    static const PyHostState s = fn_interop_host_state({wrpPye_is_not_valid_stream});
-    return s;
-}
-
 const PyHost_ph_Stream* host() { return PyHost_ph_Stream::get_instance(); }
 void* handle(PyObject* self) { return fn_clr_handle(self); }
 int32_t& closed_flag(PyObject* self) { return reinterpret_cast<PyClrStreamObject*>(self)->closed; }
-
-PyObject* stream_tp_new(PyTypeObject* type, PyObject*, PyObject*)
-{
-    // The generic allocation zero-fills, so `closed` starts at 0.
-    return fn_clr_object_checked_new(type, stream_state());
-}
-
-PyObject* stream_richcompare(PyObject* self, PyObject* other, int op)
-{
-    if (!PyObject_TypeCheck(other, &wrpPye_tyds_FFFFFFFF_StreamWrapper))
-        Py_RETURN_NOTIMPLEMENTED;
-    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
-}
 
 bool is_closed(PyObject* self)
 {
@@ -536,22 +518,13 @@ PyGetSetDef stream_getset[] = {
 
 PyTypeObject make_stream_type()
 {
-    PyTypeObject type{};
-    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
-    // Renamed "<root>._wrpgen._interop._StreamWrapper" when the module is built.
-    type.tp_name = "_wrpgen._interop._StreamWrapper";
-    type.tp_basicsize = sizeof(PyClrStreamObject);
-    type.tp_flags = Py_TPFLAGS_DEFAULT;
-    type.tp_dealloc = wrapClrObject_tp_dealloc;
-    type.tp_hash = wrapClrObject_hash;
-    type.tp_richcompare = stream_richcompare;
+    // The generic allocation zero-fills, so `closed` starts at 0.
+    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._StreamWrapper", sizeof(PyClrStreamObject),
+                                        fn_interop_tp_new<PyInteropType::Stream>);
     type.tp_iter = stream_iter;
     type.tp_iternext = stream_iternext;
     type.tp_methods = stream_methods;
     type.tp_getset = stream_getset;
-    type.tp_init = wrapClrObject_tp_init_fault;
-    type.tp_alloc = PyType_GenericAlloc;
-    type.tp_new = stream_tp_new;
     return type;
 }
 
@@ -561,11 +534,7 @@ PyTypeObject wrpPye_tyds_FFFFFFFF_StreamWrapper = make_stream_type();
 
 bool wrpPye_is_not_valid_stream(std::string& message)
 {
-    PyHost_ph_Stream* stream = PyHost_ph_Stream::get_instance();
-    if (!stream->is_not_valid())
-        return false;
-    message = stream->error_msg();
-    return true;
+    return fn_host_is_not_valid<PyHost_ph_Stream>(message);
 }
 
 PyObject* wrpPye_conv_clr_stream_to_py(const PyCollectionArg& arg)

@@ -20,6 +20,22 @@ PyHostState fn_interop_host_state(std::initializer_list<PyInteropValidityCheck> 
     return state;
 }
 
+PyTypeObject fn_wrapper_type(const char* name, Py_ssize_t basicsize, newfunc tp_new)
+{
+    PyTypeObject type{};
+    Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
+    type.tp_name = name;
+    type.tp_basicsize = basicsize;
+    type.tp_flags = Py_TPFLAGS_DEFAULT;
+    type.tp_dealloc = wrapClrObject_tp_dealloc;
+    type.tp_hash = wrapClrObject_hash;
+    type.tp_richcompare = wrapClrObject_same_type_richcompare;
+    type.tp_init = wrapClrObject_tp_init_fault;
+    type.tp_alloc = PyType_GenericAlloc;
+    type.tp_new = tp_new;
+    return type;
+}
+
 PyOperandKind fn_classify_operand(PyObject* operand)
 {
     PyTypeObject* type = Py_TYPE(operand);

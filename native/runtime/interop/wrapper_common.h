@@ -13,6 +13,33 @@ using PyInteropValidityCheck = bool (*)(std::string& message);
 // host, the others the hosts it depends on (a failure there is inherited).
 PyHostState fn_interop_host_state(std::initializer_list<PyInteropValidityCheck> checks);
 
+// The validity check of one native host: false when it bound its entries,
+// else true with its binding failure in `message`.
+template <typename Host>
+bool fn_host_is_not_valid(std::string& message)
+{
+    const Host* host = Host::get_instance();
+    if (!host->is_not_valid())
+        return false;
+    message = host->error_msg();
+    return true;
+}
+
+// Whether a host that bound its entries accepts the managed object behind
+// `handle` (IsAssignableTo); false when the host did not bind.
+template <typename Host>
+bool fn_host_accepts(void* handle)
+{
+    const Host* host = Host::get_instance();
+    return !host->is_not_valid() && host->is_assignable_to(handle);
+}
+
+// The slots every wrapper type of a managed object shares: the common
+// deallocation, hash, same-type comparison and refused initialisation, the
+// generic allocation, and `tp_new`. Not subclassable. The name is the short
+// one ("_wrpgen._interop.<name>"); the module makes it qualified.
+PyTypeObject fn_wrapper_type(const char* name, Py_ssize_t basicsize, newfunc tp_new);
+
 // How a concatenation or extend operand is walked.
 enum class PyOperandKind { None, ListOrTuple, SizedSequence, Iterable };
 PyOperandKind fn_classify_operand(PyObject* operand);

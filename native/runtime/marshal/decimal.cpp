@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "marshal/decimal_tuple.h"
+#include "marshal/module_type_instance.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
 
@@ -27,17 +28,6 @@ int raise_too_large()
 {
     PyErr_SetString(PyExc_OverflowError, kTooLarge);
     return 0;
-}
-
-// 1 when obj is an instance of decimal.<name>, 0 when not, -1 on error.
-int is_decimal_instance(PyObject* obj, PyObject* name)
-{
-    PyObject* cls = fn_import_type_from_module("decimal", name);
-    if (!cls)
-        return -1;
-    int result = PyObject_IsInstance(obj, cls);
-    Py_DECREF(cls);
-    return result;
 }
 
 // One digit of a DecimalTuple's digits; -1 with an exception set.
@@ -352,12 +342,12 @@ int fn_conv_py_float_to_clr_decimal(PyObject* obj, ClrDecimal* out)
 
 int fn_conv_py_decimal_to_clr_decimal(PyObject* obj, ClrDecimal* out)
 {
-    int is = is_decimal_instance(obj, PyWrpIdTypeName_DecimalTuple);
+    int is = fn_is_instance_of_module_type(obj, "decimal", PyWrpIdTypeName_DecimalTuple);
     if (is < 0)
         return 0;
     if (is)
         return fn_conv_py_decimal_tuple_to_clr_decimal(obj, out);
-    is = is_decimal_instance(obj, PyWrpIdTypeName_Decimal);
+    is = fn_is_instance_of_module_type(obj, "decimal", PyWrpIdTypeName_Decimal);
     if (is < 0)
         return 0;
     if (is)

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "marshal/module_type_instance.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
 
@@ -24,11 +25,7 @@ int fn_conv_py_uuid_to_clr_guid_value(PyObject* uuid, ClrGuid* out)
 
 int fn_conv_py_uuid_to_clr_guid(PyObject* obj, ClrGuid* out)
 {
-    PyObject* cls = fn_import_type_from_module("uuid", PyWrpIdTypeName_Uuid);
-    if (!cls)
-        return 0;
-    int is = PyObject_IsInstance(obj, cls);
-    Py_DECREF(cls);
+    int is = fn_is_instance_of_module_type(obj, "uuid", PyWrpIdTypeName_Uuid);
     if (is < 0)
         return 0;
     if (!is) {

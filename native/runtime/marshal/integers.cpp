@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "marshal/clr_int_traits.h"
+#include "marshal/module_type_instance.h"
 #include "marshal/scalars.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
@@ -65,17 +66,6 @@ T truncate_double(double value)
     return (T)(uint64_t)0x8000000000000000ULL;
 }
 
-// Whether obj is an instance of decimal.<name>; -1 with an error set.
-int is_decimal_instance(PyObject* obj, PyObject* name)
-{
-    PyObject* type = fn_import_type_from_module("decimal", name);
-    if (!type)
-        return -1;
-    int result = PyObject_IsInstance(obj, type);
-    Py_DECREF(type);
-    return result;
-}
-
 template <typename T>
 int conv_integer(PyObject* obj, T* out)
 {
@@ -89,12 +79,12 @@ int conv_integer(PyObject* obj, T* out)
         return 1;
     }
     if (!PyBool_Check(obj)) {
-        int is_tuple = is_decimal_instance(obj, PyWrpIdTypeName_DecimalTuple);
+        int is_tuple = fn_is_instance_of_module_type(obj, "decimal", PyWrpIdTypeName_DecimalTuple);
         if (is_tuple < 0)
             return 0;
         if (is_tuple)
             return fn_conv_py_decimal_tuple_to_clr_int<T>(obj, out);
-        int is_decimal = is_decimal_instance(obj, PyWrpIdTypeName_Decimal);
+        int is_decimal = fn_is_instance_of_module_type(obj, "decimal", PyWrpIdTypeName_Decimal);
         if (is_decimal < 0)
             return 0;
         if (is_decimal) {

@@ -4,6 +4,7 @@
 
 #include <datetime.h>
 
+#include "marshal/module_type_instance.h"
 #include "module/identifiers.h"
 #include "module/import_errors.h"
 #include "objects/clr_object.h"
@@ -30,17 +31,6 @@ enum VariantTag : int32_t {
     kTuple = 15,
 };
 
-// Whether obj is an instance of <module>.<name>; -1 with an error set.
-int is_instance_of(PyObject* obj, const char* module, PyObject* name)
-{
-    PyObject* type = fn_import_type_from_module(module, name);
-    if (!type)
-        return -1;
-    int result = PyObject_IsInstance(obj, type);
-    Py_DECREF(type);
-    return result;
-}
-
 // Tags 8, 7 and 13, tested in that order; 0 when none applies, -1 on error.
 int classify_library_type(PyObject* obj)
 {
@@ -55,7 +45,7 @@ int classify_library_type(PyObject* obj)
         {"uuid", PyWrpIdTypeName_Uuid, kGuid},
     };
     for (const Candidate& candidate : candidates) {
-        int found = is_instance_of(obj, candidate.module, candidate.name);
+        int found = fn_is_instance_of_module_type(obj, candidate.module, candidate.name);
         if (found < 0)
             return -1;
         if (found)

@@ -35,6 +35,13 @@ PyObject* wrapClrObject_tp_richcompare(void* a, void* b, int op)
     return PyBool_FromLong((op == Py_EQ) == equal);
 }
 
+PyObject* wrapClrObject_same_type_richcompare(PyObject* self, PyObject* other, int op)
+{
+    if (!PyObject_TypeCheck(other, Py_TYPE(self)))
+        Py_RETURN_NOTIMPLEMENTED;
+    return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);
+}
+
 Py_hash_t wrapClrObject_hash(PyObject* self)
 {
     int32_t hash = ObjectHost::get_instance()->get_hash_code(fn_clr_handle(self));

@@ -14,6 +14,9 @@ struct PyClrObject {
 void wrapClrObject_tp_dealloc(PyObject* self);
 // == / != on two handles: same pointer, else managed Equals; other operators NotImplemented.
 PyObject* wrapClrObject_tp_richcompare(void* a, void* b, int op);
+// tp_richcompare of the fixed and typed wrapper types: == / != as above when
+// `other` is an instance of self's own type, NotImplemented otherwise.
+PyObject* wrapClrObject_same_type_richcompare(PyObject* self, PyObject* other, int op);
 // The managed 32-bit hash, sign-extended.
 Py_hash_t wrapClrObject_hash(PyObject* self);
 // repr (and str): the managed ToString(), or "<%s object at %p>".
