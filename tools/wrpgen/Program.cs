@@ -46,18 +46,25 @@ namespace Orvane.WrpGen
     {
         public sealed record Result(BindingModel Model, EmitContext Context, OutputWriter Writer);
 
-        /// <summary>Builds the model and runs every pass.</summary>
+        /// <summary>
+        /// Builds the model from metadata and runs every pass over it: binding
+        /// kinds, names, what cannot be bound, overload groups, typed collections,
+        /// the report, the Python tables and the entry plan.
+        /// </summary>
         public static BindingModel Analyse(AssemblyLoader loader, Options o)
         {
             var siblings = loader.Siblings.Select((a, i) => (a, o.Siblings[i].PythonModule)).ToList();
             var model = ModelBuilder.Build(loader.Input, siblings, o.Module, o.RootNamespace, o.ProxyAssembly, o.Company);
             model.ExportCapsules = o.ExportCapsules;
-            Naming.Run(model);
             BindingKinds.Run(model);
+            Naming.Run(model);
+            Unbound.Run(model);
             Overloads.Run(model);
             GenericInstances.Run(model);
+            Naming.NameInstances(model);
             SkippedReport.Collect(model);
             MemberSharing.Run(model);
+            EntryPlan.Run(model);
             return model;
         }
 

@@ -19,7 +19,7 @@ namespace Orvane.WrpGen.Emit
         private static void Emit(CodeWriter w, BoundType t, string proxyAssembly)
         {
             string host = Symbols.Host(t);
-            var entries = Entries.Of(t);
+            var entries = t.Entries;
             w.Line($"// Host of the managed proxy {t.ProxyFullName}.");
             w.Open($"class {host}");
             w.Outdent().Line("public:").Indent();
@@ -31,15 +31,15 @@ namespace Orvane.WrpGen.Emit
             w.Line("const std::string& error_msg() const { return m_error; }");
             foreach (var e in entries)
             {
-                var types = e.CppParamTypes().ToList();
+                var types = EntrySignature.CppParamTypes(e).ToList();
                 string parms = string.Join(", ", types.Select((p, i) => $"{p} a{i}"));
                 string args = string.Join(", ", types.Select((_, i) => $"a{i}"));
                 if (e.Kind == EntryKind.AssignableTo)
                     w.Line($"bool is_assignable_to(void* a0) const {{ return m_{e.Name}(a0) != 0; }}");
-                else if (e.CppReturnType == "void")
+                else if (EntrySignature.CppReturnType(e) == "void")
                     w.Line($"void {e.Name}({parms}) const {{ m_{e.Name}({args}); }}");
                 else
-                    w.Line($"{e.CppReturnType} {e.Name}({parms}) const {{ return m_{e.Name}({args}); }}");
+                    w.Line($"{EntrySignature.CppReturnType(e)} {e.Name}({parms}) const {{ return m_{e.Name}({args}); }}");
             }
             w.Line();
             w.Outdent().Line("private:").Indent();
@@ -51,7 +51,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("bool m_not_valid = false;");
             w.Line("std::string m_error;");
             foreach (var e in entries)
-                w.Line($"{e.CppReturnType} (*m_{e.Name})({string.Join(", ", e.CppParamTypes())}) = nullptr;");
+                w.Line($"{EntrySignature.CppReturnType(e)} (*m_{e.Name})({string.Join(", ", EntrySignature.CppParamTypes(e))}) = nullptr;");
             w.Close(";");
             w.Line();
             w.Open($"{host}::{host}()");

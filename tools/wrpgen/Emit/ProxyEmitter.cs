@@ -49,7 +49,7 @@ namespace Orvane.WrpGen.Emit
             w.Open($"namespace {t.ProxyNamespace}");
             w.Open($"public static unsafe class {t.ProxyClass}");
             bool first = true;
-            foreach (var e in Entries.Of(t))
+            foreach (var e in t.Entries)
             {
                 if (!first) w.Line();
                 first = false;

@@ -76,8 +76,8 @@ namespace Orvane.WrpGen.Emit
             {
                 w.Line($"class {e.Name}(enum.IntEnum):");
                 w.Indent();
-                if (e.EnumMembers.Count == 0) w.Line("pass");
-                foreach (var em in e.EnumMembers)
+                if (!e.BoundEnumMembers.Any()) w.Line("pass");
+                foreach (var em in e.BoundEnumMembers)
                     w.Line(em.RawValue != null ? $"{em.PyName} = {em.RawValue}" : $"{em.PyName}: int");
                 w.Outdent().Line();
             }

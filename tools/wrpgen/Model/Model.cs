@@ -74,10 +74,10 @@ namespace Orvane.WrpGen.Model
     /// </summary>
     internal sealed class GenericInstance
     {
-        public GenericInstance(TypeRef element, string id) { Element = element; Id = id; }
+        public GenericInstance(TypeRef element) { Element = element; }
         public TypeRef Element { get; }
-        /// <summary>Eight upper-case hex digits derived from the element type.</summary>
-        public string Id { get; }
+        /// <summary>Eight upper-case hex digits derived from the element type (set by the naming pass).</summary>
+        public string Id { get; set; } = "";
         /// <summary>Used as IList&lt;T&gt;, List&lt;T&gt;, IReadOnlyList&lt;T&gt; or a collection of T.</summary>
         public bool HasList { get; set; }
         public bool HasArray { get; set; }
@@ -95,16 +95,19 @@ namespace Orvane.WrpGen.Model
     /// <summary>A public type of a sibling module; this module converts it through the sibling's capsule.</summary>
     internal sealed class SiblingType
     {
-        public SiblingType(Type clr, string fullName, string name, string id, string pythonModule, TypeKind kind)
-        { Clr = clr; FullName = fullName; Name = name; Id = id; PythonModule = pythonModule; Kind = kind; }
+        public SiblingType(Type clr, TypeKind kind, string rootModule, string rootNamespace)
+        { Clr = clr; FullName = clr.FullName!; Name = clr.Name; Kind = kind; RootModule = rootModule; RootNamespace = rootNamespace; }
         public Type Clr { get; }
         public string FullName { get; }
         public string Name { get; }
-        public string Id { get; }
-        public string PythonModule { get; }
         public TypeKind Kind { get; }
         /// <summary>The sibling extension module itself (imported before its capsules).</summary>
-        public string RootModule { get; init; } = "";
+        public string RootModule { get; }
+        /// <summary>The managed namespace the sibling module's root maps to.</summary>
+        public string RootNamespace { get; }
+        public string Id { get; set; } = "";
+        /// <summary>The Python module that holds the type.</summary>
+        public string PythonModule { get; set; } = "";
         public string CapsuleName => PythonModule + "._C_APIT_" + Name;
         public string PyToClrSlot => $"wrpPyl_convcaps_py_to_clr_{Id}_{Name}";
         public string ClrToPySlot => $"wrpPyl_convcaps_clr_to_py_{Id}_{Name}";
@@ -114,9 +117,13 @@ namespace Orvane.WrpGen.Model
 
     internal sealed class ParameterModel
     {
-        public ParameterModel(string name, TypeRef type) { Name = name; Type = type; }
+        public ParameterModel(string name, Type clr, bool isOut) { Name = name; Clr = clr; IsOut = isOut; }
         public string Name { get; }
-        public TypeRef Type { get; }
+        /// <summary>The declared parameter type (a by-reference type for ref and out).</summary>
+        public Type Clr { get; }
+        public bool IsOut { get; }
+        /// <summary>How the parameter crosses (set by the binding-kind pass).</summary>
+        public TypeRef Type { get; set; } = null!;
         public string PyName { get; set; } = "";
     }
 
@@ -133,39 +140,46 @@ namespace Orvane.WrpGen.Model
     /// <summary>A constructor or method; also the entry that binds it.</summary>
     internal sealed class MethodModel
     {
-        public MethodModel(BoundType owner, string name, bool isCtor, bool isStatic, List<ParameterModel> parameters, TypeRef result)
-        { Owner = owner; Name = name; IsCtor = isCtor; IsStatic = isStatic; Parameters = parameters; Result = result; }
+        public MethodModel(BoundType owner, string name, bool isCtor, bool isStatic, List<ParameterModel> parameters, Type? resultClr)
+        { Owner = owner; Name = name; IsCtor = isCtor; IsStatic = isStatic; Parameters = parameters; ResultClr = resultClr; }
         public BoundType Owner { get; }
         /// <summary>Managed name (the class name for constructors).</summary>
         public string Name { get; }
         public bool IsCtor { get; }
         public bool IsStatic { get; }
         public List<ParameterModel> Parameters { get; }
-        public TypeRef Result { get; }
+        /// <summary>The declared return type; null for constructors.</summary>
+        public Type? ResultClr { get; }
+        /// <summary>How the result crosses (set by the binding-kind pass; void for constructors).</summary>
+        public TypeRef Result { get; set; } = null!;
         /// <summary>A struct's implicit parameterless constructor, absent from metadata.</summary>
         public bool IsImplicitDefault { get; init; }
+        public bool IsGenericDefinition { get; init; }
+        public bool IsAbstract { get; init; }
         public MemberAccess Access { get; set; } = MemberAccess.Call;
         public string? SkipKind { get; set; }
         public bool IsBound => SkipKind == null;
         /// <summary>Index among the overloads of this managed name, skipped ones included.</summary>
         public int Number { get; set; }
         public string PyName { get; set; } = "";
+        /// <summary>The name of the proxy entry that binds the overload.</summary>
+        public string EntryName { get; set; } = "";
         /// <summary>Index of this overload inside its Python-name group of the owner.</summary>
         public int GroupIndex { get; set; }
-        public string EntryName => IsCtor ? $"ctor_{Number:D3}_{Name}" : $"call_{Number:D3}_{Name}";
         /// <summary>Managed parameter types, the identity used to tell overloads apart across types.</summary>
-        public string SignatureKey => string.Join(",", Parameters.Select(p => p.Type.Clr.FullName ?? p.Type.Clr.Name));
-        public string ReportSignature { get; set; } = "";
+        public string SignatureKey => string.Join(",", Parameters.Select(p => p.Clr.FullName ?? p.Clr.Name));
+        public string ReportSignature { get; init; } = "";
     }
 
     /// <summary>An instance property (or public instance field) of a bound type.</summary>
     internal sealed class PropertyModel
     {
-        public PropertyModel(BoundType owner, string name, TypeRef type, bool canRead, bool canWrite, bool isField)
-        { Owner = owner; Name = name; Type = type; CanRead = canRead; CanWrite = canWrite; IsField = isField; }
+        public PropertyModel(BoundType owner, string name, Type clr, bool canRead, bool canWrite, bool isField)
+        { Owner = owner; Name = name; Clr = clr; CanRead = canRead; CanWrite = canWrite; IsField = isField; }
         public BoundType Owner { get; }
         public string Name { get; }
-        public TypeRef Type { get; }
+        public Type Clr { get; }
+        public TypeRef Type { get; set; } = null!;
         public bool CanRead { get; }
         public bool CanWrite { get; }
         public bool IsField { get; }
@@ -178,17 +192,38 @@ namespace Orvane.WrpGen.Model
     /// <summary>A static field, constant or static property: a class attribute filled at import.</summary>
     internal sealed class StaticMemberModel
     {
-        public StaticMemberModel(BoundType owner, string name, TypeRef type, bool isField)
-        { Owner = owner; Name = name; Type = type; IsField = isField; }
+        public StaticMemberModel(BoundType owner, string name, Type clr, bool isField)
+        { Owner = owner; Name = name; Clr = clr; IsField = isField; }
         public BoundType Owner { get; }
         public string Name { get; }
-        public TypeRef Type { get; }
+        public Type Clr { get; }
+        public TypeRef Type { get; set; } = null!;
         public bool IsField { get; }
+        /// <summary>A field, or a property with a public, concrete getter: something to read at import.</summary>
+        public bool IsReadable { get; init; } = true;
         public string? SkipKind { get; set; }
         public bool IsBound => SkipKind == null;
         /// <summary>The key in the type's dictionary: UPPER_SNAKE for fields, snake_case for properties.</summary>
         public string Key { get; set; } = "";
         public string ReportSignature { get; init; } = "";
+    }
+
+    /// <summary>
+    /// An indexer as metadata has it. The binding-kind pass makes the first int
+    /// indexer of an object element on a type with a Count its element access;
+    /// any other is reached by key through its accessor methods.
+    /// </summary>
+    internal sealed class IndexedProperty
+    {
+        public IndexedProperty(Type elementClr, bool isIntIndex, bool canWrite, MethodModel? getter, MethodModel? setter)
+        { ElementClr = elementClr; IsIntIndex = isIntIndex; CanWrite = canWrite; Getter = getter; Setter = setter; }
+        public Type ElementClr { get; }
+        /// <summary>One int index and a public instance getter.</summary>
+        public bool IsIntIndex { get; }
+        public bool CanWrite { get; }
+        /// <summary>The keyed accessors, already among the type's methods (null: static or absent).</summary>
+        public MethodModel? Getter { get; }
+        public MethodModel? Setter { get; }
     }
 
     /// <summary>The element access of a collection type: this[int] with its element type.</summary>
@@ -205,6 +240,8 @@ namespace Orvane.WrpGen.Model
         public string Name { get; }
         public object? RawValue { get; }
         public string PyName { get; set; } = "";
+        public string? SkipKind { get; set; }
+        public bool IsBound => SkipKind == null;
     }
 
     /// <summary>One overload as a candidate of a Python method: where it is defined decides how it is called.</summary>
@@ -270,7 +307,7 @@ namespace Orvane.WrpGen.Model
         public ModuleNode Module { get; set; } = null!;
         public string PythonFullName => Module.PyName + "." + Name;
         public string ProxyNamespace { get; set; } = "";
-        public string ProxyClass => "WrpCs_" + Name;
+        public string ProxyClass { get; set; } = "";
         public string ProxyFullName => ProxyNamespace + "." + ProxyClass;
         /// <summary>Identifier infix used by every generated symbol of the type.</summary>
         public string Tag => Id + "_" + Name;
@@ -279,6 +316,13 @@ namespace Orvane.WrpGen.Model
         /// <summary>Bound interfaces the type implements, directly or through bases, in metadata order.</summary>
         public List<BoundType> Interfaces { get; } = new();
         public bool IsDisposable { get; set; }
+        /// <summary>A readable int Count on the type or one of its interfaces.</summary>
+        public bool HasCount { get; set; }
+        /// <summary>Every public indexer, in metadata order.</summary>
+        public List<IndexedProperty> IndexedProperties { get; } = new();
+        /// <summary>Report signatures of public operators and events, which have no binding.</summary>
+        public List<string> Operators { get; } = new();
+        public List<string> Events { get; } = new();
         /// <summary>Position of System.IDisposable among the implemented interfaces (-1: not disposable).</summary>
         public int DisposableIndex { get; set; } = -1;
 
@@ -295,7 +339,8 @@ namespace Orvane.WrpGen.Model
             : PyMethods.FirstOrDefault(m => !m.IsStatic && m.Candidates.Any(c => c.Method.Access == access));
         /// <summary>Whether the managed type is enumerable (iteration goes through its enumerator).</summary>
         public bool IsEnumerable { get; set; }
-        /// <summary>T of the IEnumerable&lt;T&gt; the type implements, if any.</summary>
+        /// <summary>T of the IEnumerable&lt;T&gt; the type implements, if any, and how it crosses.</summary>
+        public Type? EnumerableElementClr { get; set; }
         public TypeRef? EnumerableElement { get; set; }
         /// <summary>The typed wrappers of T when the type implements IEnumerable&lt;T&gt; of a bindable T.</summary>
         public GenericInstance? IterableOf { get; set; }
@@ -305,7 +350,10 @@ namespace Orvane.WrpGen.Model
         public List<PropertyModel> Properties { get; } = new();
         public List<StaticMemberModel> StaticMembers { get; } = new();
         public List<EnumMemberModel> EnumMembers { get; } = new();
+        public Type? EnumUnderlyingClr { get; set; }
         public BindKind EnumUnderlying { get; set; } = BindKind.Int32;
+        /// <summary>The managed entries of the type's proxy, in binding order (set by the entry-plan pass).</summary>
+        public List<Entry> Entries { get; } = new();
 
         /// <summary>Python tables, filled by the sharing pass.</summary>
         public List<PyPropertySlot> PyProperties { get; } = new();
@@ -314,6 +362,7 @@ namespace Orvane.WrpGen.Model
         public HashSet<MethodModel> ExportedCandidates { get; } = new();
 
         public IEnumerable<MethodModel> BoundConstructors => Constructors.Where(c => c.IsBound);
+        public IEnumerable<EnumMemberModel> BoundEnumMembers => EnumMembers.Where(e => e.IsBound);
         public IEnumerable<StaticMemberModel> BoundStaticMembers => StaticMembers.Where(s => s.IsBound);
         public bool HasStaticInitialiser => !IsEnum && BoundStaticMembers.Any();
 
@@ -350,6 +399,9 @@ namespace Orvane.WrpGen.Model
     /// <summary>A type or member that is not bound, as written to the report.</summary>
     internal sealed record SkippedEntry(string What, string Kind);
 
+    /// <summary>A public type of the input that gets no Python type, and why.</summary>
+    internal sealed record UnboundType(Type Clr, string Kind);
+
     /// <summary>Everything one run binds.</summary>
     internal sealed class BindingModel
     {
@@ -367,6 +419,9 @@ namespace Orvane.WrpGen.Model
         /// <summary>Every bound type, sorted by full name.</summary>
         public List<BoundType> Types { get; } = new();
         public List<SiblingType> SiblingTypes { get; } = new();
+        /// <summary>Public types of the input that are not bound (set by the type-selection pass).</summary>
+        public List<UnboundType> UnboundTypes { get; } = new();
+        /// <summary>The report: written by the skipped-report pass only.</summary>
         public List<SkippedEntry> Skipped { get; } = new();
         /// <summary>Typed collection instantiations, in generation order.</summary>
         public List<GenericInstance> Generics { get; } = new();
