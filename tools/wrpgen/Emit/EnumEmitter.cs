@@ -19,7 +19,7 @@ namespace Orvane.WrpGen.Emit
         {
             string host = Symbols.Host(t);
             var valueKind = Passes.EntryPlan.EnumValueKind(t.EnumUnderlying);
-            string cppValue = Kinds.CppScalar(valueKind);
+            string cppValue = CppTypes.Scalar(valueKind);
             string toPy = valueKind switch
             {
                 BindKind.Int64 => "PyLong_FromLongLong",
@@ -28,8 +28,8 @@ namespace Orvane.WrpGen.Emit
             };
             var members = t.BoundEnumMembers.ToList();
             string fn = Symbols.Eypi(t);
-            ctx.Declare($"PyObject* {fn}();");
-            var w = unit.Public;
+            ctx.Declare(Section.Enums, $"PyObject* {fn}();");
+            var w = unit.Public[Section.Enums];
             w.Open($"PyObject* {fn}()");
             w.Line($"const {host}* host = {host}::get_instance();");
             w.Open("if (host->is_not_valid())");

@@ -5,34 +5,6 @@ using Orvane.WrpGen.Model;
 
 namespace Orvane.WrpGen.Emit
 {
-    /// <summary>The native signature of a planned entry, as the host declares and binds it.</summary>
-    internal static class EntrySignature
-    {
-        public static string CppReturnType(Entry e) => e.NativeReturn ?? e.Kind switch
-        {
-            EntryKind.Ctor => "void*",
-            EntryKind.AssignableTo => "uint8_t",
-            _ => Kinds.CppReturnType(e.Result),
-        };
-
-        /// <summary>Native parameter types, the handle of the instance first and the result record last.</summary>
-        public static IEnumerable<string> CppParamTypes(Entry e)
-        {
-            if (e.HasSelf) yield return "void*";
-            if (e.NativeParams != null)
-            {
-                foreach (var p in e.NativeParams)
-                    yield return p;
-                yield break;
-            }
-            foreach (var p in e.Parameters)
-                foreach (var native in Kinds.CppParamTypes(p))
-                    yield return native;
-            if (e.Kind != EntryKind.Ctor && e.Kind != EntryKind.AssignableTo && Kinds.CppResultParam(e.Result) is { } extra)
-                yield return extra;
-        }
-    }
-
     /// <summary>Names of the generated functions that several emitters refer to.</summary>
     internal static class Symbols
     {
