@@ -46,40 +46,54 @@ namespace Orvane.WrpGen
     {
         public sealed record Result(BindingModel Model, EmitContext Context, OutputWriter Writer);
 
-        /// <summary>Builds the model and runs every pass.</summary>
+        /// <summary>
+        /// Builds the model from metadata and runs every pass over it: binding
+        /// kinds, names, what cannot be bound, overload groups, typed collections,
+        /// the report, the Python tables and the entry plan.
+        /// </summary>
         public static BindingModel Analyse(AssemblyLoader loader, Options o)
         {
             var siblings = loader.Siblings.Select((a, i) => (a, o.Siblings[i].PythonModule)).ToList();
             var model = ModelBuilder.Build(loader.Input, siblings, o.Module, o.RootNamespace, o.ProxyAssembly, o.Company);
             model.ExportCapsules = o.ExportCapsules;
-            Naming.Run(model);
             BindingKinds.Run(model);
+            Naming.Run(model);
+            Unbound.Run(model);
             Overloads.Run(model);
             GenericInstances.Run(model);
+            Naming.NameInstances(model);
             SkippedReport.Collect(model);
             MemberSharing.Run(model);
+            EntryPlan.Run(model);
             return model;
         }
 
-        /// <summary>Runs every emitter; the order fixes the order of sections inside each unit.</summary>
+        /// <summary>
+        /// One emitter per generated family. Each writes named sections, so the
+        /// order they run in does not change the output.
+        /// </summary>
+        public static readonly (string Family, Action<EmitContext> Run)[] Emitters =
+        {
+            ("common", CommonEmitter.Run),
+            ("hosts", HostEmitter.Run),
+            ("type-objects", TypeObjectEmitter.Run),
+            ("properties-methods", PropertyMethodEmitter.Run),
+            ("dispatchers", DispatcherEmitter.Run),
+            ("collection-slots", CollectionSlotEmitter.Run),
+            ("enums", EnumEmitter.Run),
+            ("static-fields", StaticFieldEmitter.Run),
+            ("capsules", CapsuleEmitter.Run),
+            ("generic-wrappers", GenericEmitter.Run),
+            ("modules", ModuleEmitter.Run),
+            ("proxies", ProxyEmitter.Run),
+            ("stubs", StubEmitter.Run),
+        };
+
         public static EmitContext Emit(BindingModel model)
         {
             var ctx = new EmitContext(model);
-            CommonEmitter.Run(ctx);
-            HostEmitter.Run(ctx);
-            TypeObjectEmitter.RunPrelude(ctx);
-            PropertyMethodEmitter.Run(ctx);
-            DispatcherEmitter.Run(ctx);
-            CollectionSlotEmitter.Run(ctx);
-            TypeObjectEmitter.RunTables(ctx);
-            EnumEmitter.Run(ctx);
-            StaticFieldEmitter.Run(ctx);
-            CapsuleEmitter.Run(ctx);
-            GenericEmitter.Run(ctx);
-            ModuleEmitter.Run(ctx);
-            HeaderEmitter.Run(ctx);
-            ProxyEmitter.Run(ctx);
-            StubEmitter.Run(ctx);
+            foreach (var (_, run) in Emitters)
+                run(ctx);
             return ctx;
         }
 

@@ -22,14 +22,14 @@ namespace Orvane.WrpGen.Emit
         private static void EmitImport(EmitContext ctx)
         {
             var unit = ctx.Unit("capsule_import", "Converters imported from sibling modules");
-            var w = unit.Public;
+            var w = unit.Public[Section.Capsules];
             foreach (var s in ctx.Model.SiblingTypes)
             {
                 string pyName = s.PythonModule + "." + s.Name;
-                ctx.Declare($"extern int (*{s.PyToClrSlot})(PyObject*, void**);");
-                ctx.Declare($"extern PyObject* (*{s.ClrToPySlot})(const PyObjectOutArg&);");
-                ctx.Declare($"int {s.PyToClrTrampoline}(PyObject* obj, void** out);");
-                ctx.Declare($"PyObject* wrpPyl_conv_clr_to_py_{s.Id}_{s.Name}(const PyObjectOutArg& arg);");
+                ctx.Declare(Section.Capsules, $"extern int (*{s.PyToClrSlot})(PyObject*, void**);");
+                ctx.Declare(Section.Capsules, $"extern PyObject* (*{s.ClrToPySlot})(const PyObjectOutArg&);");
+                ctx.Declare(Section.Capsules, $"int {s.PyToClrTrampoline}(PyObject* obj, void** out);");
+                ctx.Declare(Section.Capsules, $"PyObject* wrpPyl_conv_clr_to_py_{s.Id}_{s.Name}(const PyObjectOutArg& arg);");
                 w.Line($"int (*{s.PyToClrSlot})(PyObject*, void**) = nullptr;");
                 w.Line($"PyObject* (*{s.ClrToPySlot})(const PyObjectOutArg&) = nullptr;");
                 w.Line();
@@ -53,7 +53,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line();
             }
             string fn = Symbols.CapsuleImport(ctx.Model.Root);
-            ctx.Declare($"int {fn}();");
+            ctx.Declare(Section.Capsules, $"int {fn}();");
             w.Open($"int {fn}()");
             foreach (var group in ctx.Model.SiblingTypes.GroupBy(s => s.RootModule))
             {
@@ -89,10 +89,10 @@ namespace Orvane.WrpGen.Emit
         private static void EmitExport(EmitContext ctx)
         {
             var unit = ctx.Unit("capsule_export", "Converter capsules this module exports");
-            var w = unit.Public;
+            var w = unit.Public[Section.Capsules];
             var types = ctx.Model.ObjectTypes.ToList();
             string fn = Symbols.CapsuleExport(ctx.Model.Root);
-            ctx.Declare($"int {fn}(PyObject* root);");
+            ctx.Declare(Section.Capsules, $"int {fn}(PyObject* root);");
             w.Open($"int {fn}(PyObject* root)");
             foreach (var t in types)
                 w.Line($"static void* table_{t.Tag}[2] = {{(void*)&{Symbols.PyToClr(t)}, (void*)&{Symbols.ClrToPy(t)}}};");

@@ -21,9 +21,9 @@ namespace Orvane.WrpGen.Emit
             foreach (var t in collections)
             {
                 var unit = ctx.Unit(t);
-                Emit(unit.Private, t, SharedFrom(t));
+                Emit(unit.Private[Section.CollectionSlots], t, SharedFrom(t));
                 if (providers.Contains(t))
-                    EmitShared(ctx, unit.Public, t);
+                    EmitShared(ctx, unit.Public[Section.CollectionSlots], t);
             }
         }
 
@@ -41,8 +41,8 @@ namespace Orvane.WrpGen.Emit
         private static void EmitShared(EmitContext ctx, CodeWriter w, BoundType t)
         {
             string slots = $"{Symbols.UnitNamespace(t)}::wrpPy_blsd";
-            ctx.Declare($"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i);");
-            ctx.Declare($"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key);");
+            ctx.Declare(Section.CollectionSlots, $"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i);");
+            ctx.Declare(Section.CollectionSlots, $"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key);");
             w.Line("// The element reads of this collection interface, shared with the types implementing it.");
             w.Line($"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i) {{ return wrpPye_bltp_coll_sq_item(self, i, &{slots}); }}");
             w.Line($"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key)");
@@ -85,7 +85,7 @@ namespace Orvane.WrpGen.Emit
             w.Line(write ? "wrpPy_blen_ssitem_nocheck," : "nullptr,");
             w.Line(write ? "wrpPy_blen_ssubscript," : "nullptr,");
             w.Line($"{ElementToPy(ix.Element)},");
-            w.Line($"{Kinds.CppConverter(ix.Element)},");
+            w.Line($"{CppTypes.Converter(ix.Element)},");
             w.Outdent().Line("};");
             w.Line();
             w.Line("static Py_ssize_t wrpPy_bltp_sq_length(PyObject* self) { return wrpPye_bltp_coll_sq_length(self, &wrpPy_blsd); }");

@@ -8,12 +8,12 @@ namespace Orvane.WrpGen.Emit
     {
         public static void Run(EmitContext ctx)
         {
-            var w = ctx.Unit("common", "Helpers shared by the generated functions").Public;
-            ctx.Declare("PyObject* wrpPy_dispatch_take_error();");
-            ctx.Declare("void wrpPy_dispatch_release(PyObject** errors, int count);");
-            ctx.Declare("PyObject* wrpPy_dispatch_fail(PyObject** errors, int count);");
-            ctx.Declare($"int {Kinds.DisposableConverter}(PyObject* obj, void** out);");
-            ctx.Declare($"int {Kinds.NullableConverter}(PyObject* obj, PyNullableArg* arg);");
+            var w = ctx.Unit("common", "Helpers shared by the generated functions").Public[Section.Common];
+            ctx.Declare(Section.Common, "PyObject* wrpPy_dispatch_take_error();");
+            ctx.Declare(Section.Common, "void wrpPy_dispatch_release(PyObject** errors, int count);");
+            ctx.Declare(Section.Common, "PyObject* wrpPy_dispatch_fail(PyObject** errors, int count);");
+            ctx.Declare(Section.Common, $"int {CppTypes.DisposableConverter}(PyObject* obj, void** out);");
+            ctx.Declare(Section.Common, $"int {CppTypes.NullableConverter}(PyObject* obj, PyNullableArg* arg);");
 
             w.Line("// Takes the pending error of a candidate that did not parse and keeps its value");
             w.Line("// (normalised, so that str() gives the message). Never null.");
@@ -57,14 +57,14 @@ namespace Orvane.WrpGen.Emit
 
             w.Line("// System.IDisposable parameters: disposable wrappers, or wrappers whose object the");
             w.Line("// disposable proxy accepts.");
-            w.Open($"int {Kinds.DisposableConverter}(PyObject* obj, void** out)");
-            w.Line($"return fn_conv_py_ifcobj_to_clr_handle(obj, out, &{Kinds.DisposableType}, wrpPye_is_assignable_to_disposable, \"IDisposable\");");
+            w.Open($"int {CppTypes.DisposableConverter}(PyObject* obj, void** out)");
+            w.Line($"return fn_conv_py_ifcobj_to_clr_handle(obj, out, &{CppTypes.DisposableType}, wrpPye_is_assignable_to_disposable, \"IDisposable\");");
             w.Close();
             w.Line();
 
             w.Line("// Nullable parameters: None leaves has_value 0, anything else goes through the");
             w.Line("// record's typed converter (the record needs no extra word).");
-            w.Open($"int {Kinds.NullableConverter}(PyObject* obj, PyNullableArg* arg)");
+            w.Open($"int {CppTypes.NullableConverter}(PyObject* obj, PyNullableArg* arg)");
             w.Line("return fn_conv_py_nullable_to_clr_nullable(obj, arg, nullptr);");
             w.Close();
             w.Line();

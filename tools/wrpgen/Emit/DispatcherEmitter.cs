@@ -17,11 +17,11 @@ namespace Orvane.WrpGen.Emit
             foreach (var t in ctx.Model.ObjectTypes)
             {
                 var unit = ctx.Unit(t);
-                EmitInit(unit.Private, t);
+                EmitInit(unit.Private[Section.Dispatchers], t);
                 foreach (var slot in t.PyMethods.Where(s => s.Source == SlotSource.Local && s.IsDispatcher))
                     EmitDispatcher(ctx, unit, t, slot);
                 foreach (var m in t.Methods.Where(m => t.ExportedCandidates.Contains(m)))
-                    EmitExportedCandidate(ctx, unit.Public, m);
+                    EmitExportedCandidate(ctx, unit.Public[Section.Dispatchers], m);
             }
         }
 
@@ -53,10 +53,10 @@ namespace Orvane.WrpGen.Emit
         private static void EmitDispatcher(EmitContext ctx, CppUnit unit, BoundType t, PyMethodSlot slot)
         {
             bool shared = Symbols.IsShared(t) && !slot.IsStatic;
-            var w = shared ? unit.Public : unit.Private;
+            var w = shared ? unit.Public[Section.Dispatchers] : unit.Private[Section.Dispatchers];
             string name = Symbols.Local(Symbols.MethodFn(slot));
             if (shared)
-                ctx.Declare($"PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs);");
+                ctx.Declare(Section.Dispatchers, $"PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs);");
             w.Open($"{(shared ? "" : "static ")}PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs)");
             if (slot.IsStatic)
                 ArgCode.EmitStaticStateCheck(w);
@@ -103,7 +103,7 @@ namespace Orvane.WrpGen.Emit
         {
             string name = Symbols.Htgn(m);
             string signature = $"PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs, PyObject** error_value)";
-            ctx.Declare(signature + ";");
+            ctx.Declare(Section.Dispatchers, signature + ";");
             w.Line($"// {m.Owner.Name}.{m.Name}, overload {m.Number}, as a candidate of other types' dispatchers:");
             w.Line("// a parse failure is handed back in *error_value instead of being raised.");
             w.Open(signature);

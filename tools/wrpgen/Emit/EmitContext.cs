@@ -7,8 +7,38 @@ using Orvane.WrpGen.Model;
 namespace Orvane.WrpGen.Emit
 {
     /// <summary>
+    /// The named sections of a C++ unit and of wrp_module.h. Each emitter writes
+    /// its own sections; a unit is assembled in this order whatever order the
+    /// emitters ran in.
+    /// </summary>
+    internal enum Section
+    {
+        Common, Hosts, TypePrelude, PropertiesMethods, Dispatchers, CollectionSlots, TypeTables,
+        Enums, StaticFields, Capsules, GenericWrappers, Modules,
+    }
+
+    /// <summary>One part of a unit: its sections, assembled in section order.</summary>
+    internal sealed class UnitPart
+    {
+        private readonly SortedDictionary<Section, CodeWriter> _sections = new();
+
+        public CodeWriter this[Section section]
+        {
+            get
+            {
+                if (!_sections.TryGetValue(section, out var w))
+                    _sections.Add(section, w = new CodeWriter());
+                return w;
+            }
+        }
+
+        public bool IsEmpty => _sections.Values.All(w => w.IsEmpty);
+        public override string ToString() => string.Concat(_sections.Values.Select(w => w.ToString()));
+    }
+
+    /// <summary>
     /// The C++ of one type (or one module-wide concern), collected from several
-    /// emitters into three sections: the host class, the functions private to
+    /// emitters into three parts: the host classes, the functions private to
     /// the unit (inside a namespace of its own, so that units sharing a shard
     /// cannot clash) and the definitions other units link against.
     /// </summary>
@@ -21,9 +51,11 @@ namespace Orvane.WrpGen.Emit
         public string? PrivateNamespace { get; }
         /// <summary>The name whose hash picks the unit's shard.</summary>
         public string ShardKey { get; }
-        public CodeWriter Host { get; } = new();
-        public CodeWriter Private { get; } = new();
-        public CodeWriter Public { get; } = new();
+        public UnitPart Host { get; } = new();
+        public UnitPart Private { get; } = new();
+        public UnitPart Public { get; } = new();
+
+        public bool IsEmpty => Host.IsEmpty && Private.IsEmpty && Public.IsEmpty;
 
         public string Render()
         {
@@ -51,8 +83,7 @@ namespace Orvane.WrpGen.Emit
     {
         private readonly Dictionary<BoundType, CppUnit> _typeUnits = new();
         private readonly Dictionary<string, CppUnit> _namedUnits = new(StringComparer.Ordinal);
-        private readonly List<string> _declarations = new();
-        private readonly HashSet<string> _declared = new(StringComparer.Ordinal);
+        private readonly SortedDictionary<Section, List<string>> _declarations = new();
 
         public EmitContext(BindingModel model) { Model = model; }
 
@@ -83,15 +114,18 @@ namespace Orvane.WrpGen.Emit
         }
 
         public IEnumerable<CppUnit> Units =>
-            _typeUnits.Values.Concat(_namedUnits.Values).OrderBy(u => u.FileName, StringComparer.Ordinal);
+            _typeUnits.Values.Concat(_namedUnits.Values).Where(u => !u.IsEmpty).OrderBy(u => u.FileName, StringComparer.Ordinal);
 
-        /// <summary>Adds a declaration to wrp_module.h (once, in first-seen order).</summary>
-        public void Declare(string declaration)
+        /// <summary>Adds a declaration to a section of wrp_module.h.</summary>
+        public void Declare(Section section, string declaration)
         {
-            if (_declared.Add(declaration))
-                _declarations.Add(declaration);
+            if (!_declarations.TryGetValue(section, out var list))
+                _declarations.Add(section, list = new List<string>());
+            list.Add(declaration);
         }
 
-        public IReadOnlyList<string> Declarations => _declarations;
+        /// <summary>The declarations of wrp_module.h: by section, each once, where first declared.</summary>
+        public IReadOnlyList<string> Declarations =>
+            _declarations.Values.SelectMany(d => d).Distinct(StringComparer.Ordinal).ToList();
     }
 }

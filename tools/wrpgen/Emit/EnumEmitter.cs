@@ -18,28 +18,29 @@ namespace Orvane.WrpGen.Emit
         private static void Emit(EmitContext ctx, CppUnit unit, BoundType t)
         {
             string host = Symbols.Host(t);
-            var valueKind = Entries.EnumValueKind(t.EnumUnderlying);
-            string cppValue = Kinds.CppScalar(valueKind);
+            var valueKind = Passes.EntryPlan.EnumValueKind(t.EnumUnderlying);
+            string cppValue = CppTypes.Scalar(valueKind);
             string toPy = valueKind switch
             {
                 BindKind.Int64 => "PyLong_FromLongLong",
                 BindKind.UInt64 => "PyLong_FromUnsignedLongLong",
                 _ => "PyLong_FromLong",
             };
+            var members = t.BoundEnumMembers.ToList();
             string fn = Symbols.Eypi(t);
-            ctx.Declare($"PyObject* {fn}();");
-            var w = unit.Public;
+            ctx.Declare(Section.Enums, $"PyObject* {fn}();");
+            var w = unit.Public[Section.Enums];
             w.Open($"PyObject* {fn}()");
             w.Line($"const {host}* host = {host}::get_instance();");
             w.Open("if (host->is_not_valid())");
             w.Line($"PyShlErr_EnumTypeInitialization(host->error_msg().c_str(), {Symbols.Quote(t.PythonFullName)});");
             w.Line("return nullptr;");
             w.Close();
-            if (t.EnumMembers.Count > 0)
+            if (members.Count > 0)
             {
                 w.Line($"static const struct {{ const char* name; {cppValue} ({host}::*get)() const; }} members[] = {{");
                 w.Indent();
-                foreach (var m in t.EnumMembers)
+                foreach (var m in members)
                     w.Line($"{{{Symbols.Quote(m.PyName)}, &{host}::get_{m.Name}}},");
                 w.Outdent().Line("};");
             }
@@ -48,11 +49,11 @@ namespace Orvane.WrpGen.Emit
             w.Line("PyObject* result = nullptr;");
             w.Line("PyObject* call_args = nullptr;");
             w.Line("PyObject* call_kwargs = nullptr;");
-            w.Line($"PyObject* items = PyTuple_New({t.EnumMembers.Count});");
+            w.Line($"PyObject* items = PyTuple_New({members.Count});");
             w.Line("if (!items)").Indent().Line("goto done;").Outdent();
-            if (t.EnumMembers.Count > 0)
+            if (members.Count > 0)
             {
-                w.Open($"for (Py_ssize_t i = 0; i < {t.EnumMembers.Count}; ++i)");
+                w.Open($"for (Py_ssize_t i = 0; i < {members.Count}; ++i)");
                 w.Line($"PyObject* item = Py_BuildValue(\"(NN)\", PyUnicode_FromString(members[i].name), {toPy}((host->*members[i].get)()));");
                 w.Line("if (!item)").Indent().Line("goto done;").Outdent();
                 w.Line("PyTuple_SET_ITEM(items, i, item);");

@@ -4,221 +4,28 @@ using Orvane.WrpGen.Model;
 
 namespace Orvane.WrpGen.Emit
 {
-    /// <summary>The Python wrapper types of one instantiation.</summary>
-    internal enum GenericWrapper { List, Array, Iterable, Iter }
-
-    /// <summary>Names of the pieces of a typed instantiation; every emitter asks here.</summary>
-    internal static class GenericNames
-    {
-        public const string ManagedNamespace = "Orvane.WrpGen.Generic";
-        public const string ReadyTypes = "wrpPygn_tyrd_FFFFFFFF_generic_types";
-
-        public static string PyName(GenericWrapper w) => w switch
-        {
-            GenericWrapper.List => "_IListWrapper",
-            GenericWrapper.Array => "_ArrayWrapper",
-            GenericWrapper.Iterable => "_IterableWrapper",
-            _ => "_IterWrapper",
-        };
-
-        public static string PyName(GenericInstance g, GenericWrapper w) => $"{PyName(w)}_{g.Id}";
-        public static string TypeObject(GenericInstance g, GenericWrapper w) => $"wrpPygn_tyds_{g.Id}{PyName(w)}.type";
-        public static string GnType(GenericInstance g, GenericWrapper w) => $"wrpPygn_tyds_{g.Id}{PyName(w)}";
-        public static string TpIter(GenericInstance g) => $"wrpPygn_tp_iter_{g.Id}";
-        public static string ElementClass(GenericInstance g) => $"global::{ManagedNamespace}.Element_{g.Id}";
-
-        /// <summary>The wrapper a typed parameter or result crosses as.</summary>
-        public static GenericWrapper WrapperOf(TypeRef t) => t.Collection switch
-        {
-            CollectionKind.GenericList or CollectionKind.GenericCollection => GenericWrapper.List,
-            CollectionKind.TypedArray => GenericWrapper.Array,
-            CollectionKind.GenericEnumerable => GenericWrapper.Iterable,
-            _ => GenericWrapper.Iter,
-        };
-
-        /// <summary>The typed O&amp; converter of a parameter, or null where the untyped one serves (enumerators).</summary>
-        public static string? ConverterOf(TypeRef t)
-        {
-            if (t.Generic == null)
-                return null;
-            return WrapperOf(t) switch
-            {
-                GenericWrapper.List => $"wrpPygn_conv_py_to_clr_list_{t.Generic.Id}",
-                GenericWrapper.Array => $"wrpPygn_conv_py_to_clr_array_{t.Generic.Id}",
-                GenericWrapper.Iterable => $"wrpPygn_conv_py_to_clr_iterable_{t.Generic.Id}",
-                _ => null,
-            };
-        }
-
-        public static IEnumerable<GenericWrapper> Wrappers(GenericInstance g)
-        {
-            if (g.HasList) yield return GenericWrapper.List;
-            if (g.HasArray) yield return GenericWrapper.Array;
-            yield return GenericWrapper.Iterable;
-            yield return GenericWrapper.Iter;
-        }
-    }
-
     /// <summary>
-    /// The typed instantiations: per element type the native hosts
-    /// (PyHost_gn_&lt;Kind&gt;_&lt;ID8&gt;), the wrapper types of
-    /// &lt;root&gt;._wrpgen._generic, the typed argument conversions and callback
-    /// tables, and the managed proxies Orvane.WrpGen.Generic.*_&lt;ID8&gt;. The
-    /// wrappers' algorithms are the runtime's (interop/generic_wrappers.h).
+    /// The typed instantiations: per element type the wrapper types of
+    /// &lt;root&gt;._wrpgen._generic, their bindings to the generic hosts, the
+    /// typed argument conversions and callback tables. The hosts and their
+    /// managed proxies come from the host and proxy emitters; the wrappers'
+    /// algorithms are the runtime's (interop/generic_wrappers.h).
     /// </summary>
     internal static class GenericEmitter
     {
-        private sealed record Entry(string Name, string Field, string CsReturn, string CsParams, string Body, string? Fail);
-
-        private sealed record Host(string Kind, string Proxy, List<Entry> Entries);
-
         public static void Run(EmitContext ctx)
         {
             var unit = ctx.Unit("generic", "Typed collection wrappers");
             foreach (var g in ctx.Model.Generics)
             {
-                var hosts = Hosts(g);
-                EmitElement(unit.Private, g);
-                foreach (var h in hosts)
-                    EmitHost(unit.Host, g, h, ctx.Model.ProxyAssembly);
-                EmitBindings(unit.Private, g);
-                EmitTypes(ctx, unit.Public, g);
-                EmitCallbacks(ctx, unit.Public, g);
-                EmitProxies(ctx, g, hosts);
+                EmitElement(unit.Private[Section.GenericWrappers], g);
+                EmitBindings(unit.Private[Section.GenericWrappers], g);
+                EmitTypes(ctx, unit.Public[Section.GenericWrappers], g);
+                EmitCallbacks(ctx, unit.Public[Section.GenericWrappers], g);
             }
-            EmitReady(ctx, unit.Public);
-            EmitModule(unit.Public, ctx.Model);
-            EmitTableList(unit.Public, ctx.Model);
-        }
-
-        // ---- hosts and their managed entries ------------------------------------
-
-        private static string El(GenericInstance g) => Kinds.CsType(g.Element.Clr);
-
-        private static string Read(GenericInstance g) => $"Element_{g.Id}.Read(element)";
-
-        private static List<Host> Hosts(GenericInstance g)
-        {
-            string t = El(g);
-            string ops = $"GenericEntries<{t}>";
-            string write = $"&Element_{g.Id}.Write";
-            var hosts = new List<Host>();
-            if (g.HasList)
-            {
-                hosts.Add(new Host("ICol", "SiApiCntCollection", new List<Entry>
-                {
-                    new("SqLength", "sq_length", "int", "IntPtr handle", $"return {ops}.Collection(handle).Count;", "-1"),
-                    new("SqContains", "sq_contains", "int", "IntPtr handle, void* element", $"return {ops}.Collection(handle).Contains({Read(g)}) ? 1 : 0;", "0"),
-                    new("Add", "add", "void", "IntPtr handle, void* element", $"{ops}.Collection(handle).Add({Read(g)});", null),
-                    new("Remove", "remove", "byte", "IntPtr handle, void* element", $"return {ops}.Collection(handle).Remove({Read(g)}) ? (byte)1 : (byte)0;", "0"),
-                    new("Clear", "clear", "void", "IntPtr handle", $"{ops}.Collection(handle).Clear();", null),
-                    new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.ICollection<{t}> ? (byte)1 : (byte)0;", "0"),
-                }));
-                hosts.Add(new Host("IList", "SiApiCntList", new List<Entry>
-                {
-                    new("SqGetItem", "sq_getitem", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"return {ops}.GetItem(handle, index, result, {write});", "-1"),
-                    new("SqGetItemNoCheck", "sq_getitem_nocheck", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"{ops}.GetItemNoCheck(handle, index, result, {write}); return 0;", "-1"),
-                    new("SqSetItem", "sq_setitem", "int", "IntPtr handle, int index, void* element", $"return {ops}.SetItem(handle, index, {Read(g)});", "-1"),
-                    new("SqSetItemNoChek", "sq_setitem_nocheck", "void", "IntPtr handle, int index, void* element", $"{ops}.List(handle)[index] = {Read(g)};", null),
-                    new("Insert", "insert", "void", "IntPtr handle, int index, void* element", $"{ops}.Insert(handle, index, {Read(g)});", null),
-                    new("RemoveAt", "remove_at", "int", "IntPtr handle, int index", $"return {ops}.RemoveAt(handle, index);", "-1"),
-                    new("Pop", "pop", "int", "IntPtr handle, int hasIndex, int index, PyObjectOutArg* result", $"return {ops}.Pop(handle, hasIndex, index, result, {write});", "-1"),
-                    new("SqInplaceConcat", "sq_inplace_concat", "int", "IntPtr handle, IntPtr other", $"return {ops}.InplaceConcat(handle, other);", "-1"),
-                    new("SqInplaceRepeat", "sq_inplace_repeat", "void", "IntPtr handle, int times", $"{ops}.InplaceRepeat(handle, times);", null),
-                    new("MpSetItems", "mp_set_items", "int", "IntPtr handle, IntPtr source, int start, int sliceLength, int step", $"return {ops}.MpSetItems(handle, source, start, sliceLength, step);", "-1"),
-                    new("MpRemoveItems", "mp_remove_items", "void", "IntPtr handle, int start, int sliceLength, int step", $"{ops}.MpRemoveItems(handle, start, sliceLength, step);", null),
-                    new("Reverse", "reverse", "void", "IntPtr handle", $"{ops}.Reverse(handle);", null),
-                    new("Sort", "sort", "void", "IntPtr handle, int reverse", $"{ops}.Sort(handle, reverse);", null),
-                    new("IndexBy", "index_by", "int", "IntPtr handle, int hasStart, int start, int hasStop, int stop, void* element", $"return {ops}.IndexBy(handle, hasStart, start, hasStop, stop, {Read(g)});", "-1"),
-                    new("CountOf", "count_of", "int", "IntPtr handle, void* element", $"return {ops}.CountOf(handle, {Read(g)});", "0"),
-                    new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.IList<{t}> ? (byte)1 : (byte)0;", "0"),
-                }));
-            }
-            if (g.HasArray)
-            {
-                hosts.Add(new Host("Array", "SiApiArray", new List<Entry>
-                {
-                    new("SqLength", "sq_length", "int", "IntPtr handle", $"return {ops}.List(handle).Count;", "-1"),
-                    new("SqContains", "sq_contains", "int", "IntPtr handle, void* element", $"return {ops}.List(handle).Contains({Read(g)}) ? 1 : 0;", "0"),
-                    new("SqGetItem", "sq_getitem", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"return {ops}.GetItem(handle, index, result, {write});", "-1"),
-                    new("SqGetItemNoCheck", "sq_getitem_nocheck", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"{ops}.GetItemNoCheck(handle, index, result, {write}); return 0;", "-1"),
-                    new("SqSetItem", "sq_setitem", "int", "IntPtr handle, int index, void* element", $"return {ops}.SetItem(handle, index, {Read(g)});", "-1"),
-                    new("SqSetItemNoChek", "sq_setitem_nocheck", "void", "IntPtr handle, int index, void* element", $"{ops}.List(handle)[index] = {Read(g)};", null),
-                    new("MpSetItems", "mp_set_items", "int", "IntPtr handle, IntPtr source, int start, int sliceLength, int step", $"return {ops}.MpSetItems(handle, source, start, sliceLength, step);", "-1"),
-                    new("Reverse", "reverse", "void", "IntPtr handle", $"{ops}.Reverse(handle);", null),
-                    new("Sort", "sort", "void", "IntPtr handle, int reverse", $"{ops}.Sort(handle, reverse);", null),
-                    new("IndexBy", "index_by", "int", "IntPtr handle, int hasStart, int start, int hasStop, int stop, void* element", $"return {ops}.IndexBy(handle, hasStart, start, hasStop, stop, {Read(g)});", "-1"),
-                    new("CountOf", "count_of", "int", "IntPtr handle, void* element", $"return {ops}.CountOf(handle, {Read(g)});", "0"),
-                    new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is {t}[] ? (byte)1 : (byte)0;", "0"),
-                }));
-            }
-            hosts.Add(new Host("Iterable", "SiApiEnumerable", new List<Entry>
-            {
-                new("GetEnumerator", "get_enumerator", "int", "IntPtr handle, PyObjectOutArg* result", $"return {ops}.GetEnumerator(handle, result);", "-1"),
-                new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.IEnumerable<{t}> ? (byte)1 : (byte)0;", "0"),
-            }));
-            hosts.Add(new Host("Iter", "SiApiEnumerator", new List<Entry>
-            {
-                new("MoveNext", "move_next", "int", "IntPtr handle, PyObjectOutArg* result", $"return {ops}.MoveNext(handle, result, {write});", "-1"),
-                new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.IEnumerator<{t}> ? (byte)1 : (byte)0;", "0"),
-            }));
-            return hosts;
-        }
-
-        private static string HostName(GenericInstance g, Host h) => $"PyHost_gn_{h.Kind}_{g.Id}";
-
-        private static void EmitHost(CodeWriter w, GenericInstance g, Host h, string proxyAssembly)
-        {
-            string name = HostName(g, h);
-            string managed = $"{GenericNames.ManagedNamespace}.{h.Proxy}_{g.Id}";
-            w.Line($"// Host of the managed proxy {managed}.");
-            w.Open($"class {name}");
-            w.Outdent().Line("public:").Indent();
-            w.Open($"static const {name}* get_instance()");
-            w.Line($"static const {name} instance;");
-            w.Line("return &instance;");
-            w.Close();
-            w.Line("bool is_not_valid() const { return m_not_valid; }");
-            w.Line("const std::string& error_msg() const { return m_error; }");
-            w.Line("// The bound entries, as the wrapper algorithms call them.");
-            w.Line("const PyGnEntries& entries() const { return m_entries; }");
-            w.Line();
-            w.Outdent().Line("private:").Indent();
-            w.Line($"{name}();");
-            w.Line($"{name}(const {name}&) = delete;");
-            w.Line($"{name}& operator=(const {name}&) = delete;");
-            w.Line("bool m_not_valid = false;");
-            w.Line("std::string m_error;");
-            w.Line("PyGnEntries m_entries;");
-            w.Close(";");
-            w.Line();
-            w.Open($"{name}::{name}()");
-            w.Line("static const char* const names[] = {");
-            w.Indent();
-            foreach (var e in h.Entries)
-                w.Line(Symbols.Quote(e.Name) + ",");
-            w.Outdent().Line("};");
-            w.Line("void** const slots[] = {");
-            w.Indent();
-            foreach (var e in h.Entries)
-                w.Line($"reinterpret_cast<void**>(&m_entries.{e.Field}),");
-            w.Outdent().Line("};");
-            w.Open("try");
-            w.Line($"const char* assembly = ExchangeHost::get_instance()->get_assembly_name() ? {Symbols.Quote(proxyAssembly)} : nullptr;");
-            w.Line("const HostEnvironment& env = HostEnvironment::instance(nullptr, false, nullptr, nullptr, nullptr, nullptr);");
-            w.Open("for (size_t i = 0; i < sizeof(slots) / sizeof(slots[0]); ++i)");
-            w.Open($"if (!fn_bind_host_method(env, assembly, {Symbols.Quote(managed)}, names[i], slots[i], m_error))");
-            w.Line("m_not_valid = true;");
-            w.Line("return;");
-            w.Close();
-            w.Close();
-            w.Close();
-            w.Open("catch (...)");
-            w.Line("m_error = HostNotReady;");
-            w.Line("m_not_valid = true;");
-            w.Close();
-            w.Close();
-            w.Line();
+            EmitReady(ctx, unit.Public[Section.GenericWrappers]);
+            EmitModule(unit.Public[Section.GenericWrappers], ctx.Model);
+            EmitTableList(unit.Public[Section.GenericWrappers], ctx.Model);
         }
 
         // ---- native element converters and bindings ------------------------------
@@ -229,11 +36,11 @@ namespace Orvane.WrpGen.Emit
         {
             var e = g.Element;
             string toPy = e.Kind == BindKind.Object ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}(out)" : "wrpPye_gn_take_object(out)";
-            string storage = e.Kind == BindKind.Object ? "void*" : Kinds.CppStorage(e);
+            string storage = e.Kind == BindKind.Object ? "void*" : CppTypes.Storage(e);
             w.Line($"// Elements of type {e.Clr.FullName}.");
             w.Line($"static PyObject* wrpPygn_elem_to_py_{g.Id}(const PyObjectOutArg& out) {{ return {toPy}; }}");
             w.Line($"static int wrpPygn_elem_to_clr_{g.Id}(PyObject* obj, void* storage)");
-            w.Line($"{{ return {Kinds.CppConverter(e)}(obj, static_cast<{storage}*>(storage)); }}");
+            w.Line($"{{ return {CppTypes.Converter(e)}(obj, static_cast<{storage}*>(storage)); }}");
             w.Line($"static const PyGnElement {Elem(g)} = {{wrpPygn_elem_to_py_{g.Id}, wrpPygn_elem_to_clr_{g.Id}}};");
             w.Line();
         }
@@ -288,7 +95,7 @@ namespace Orvane.WrpGen.Emit
             foreach (var k in GenericNames.Wrappers(g))
             {
                 string type = GenericNames.GnType(g, k);
-                ctx.Declare($"extern PyGnType {type};");
+                ctx.Declare(Section.GenericWrappers, $"extern PyGnType {type};");
                 string kind = k switch
                 {
                     GenericWrapper.List => "PyGnKind::List",
@@ -301,7 +108,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
 
             string iter = GenericNames.TpIter(g);
-            ctx.Declare($"PyObject* {iter}(PyObject* self);");
+            ctx.Declare(Section.GenericWrappers, $"PyObject* {iter}(PyObject* self);");
             w.Line("// tp_iter of the wrappers' types and of generated classes implementing IEnumerable<T>.");
             w.Open($"PyObject* {iter}(PyObject* self)");
             w.Line($"return wrpPye_gn_tp_iter(self, wrpu_generic::{Binding(g, GenericWrapper.Iterable)}(), &{GenericNames.TypeObject(g, GenericWrapper.Iter)});");
@@ -315,7 +122,7 @@ namespace Orvane.WrpGen.Emit
             foreach (var (k, name, what) in conversions)
             {
                 string fn = $"wrpPygn_conv_py_to_clr_{name}_{g.Id}";
-                ctx.Declare($"int {fn}(PyObject* obj, VariantArg* out);");
+                ctx.Declare(Section.GenericWrappers, $"int {fn}(PyObject* obj, VariantArg* out);");
                 w.Open($"int {fn}(PyObject* obj, VariantArg* out)");
                 w.Line($"return wrpPye_gn_conv_py_to_clr(obj, out, &{GenericNames.GnType(g, k)}, {Symbols.Quote(what)});");
                 w.Close();
@@ -359,7 +166,7 @@ namespace Orvane.WrpGen.Emit
         // interfaces: the root module's builder calls this first.
         private static void EmitReady(EmitContext ctx, CodeWriter w)
         {
-            ctx.Declare($"bool {GenericNames.ReadyTypes}(const char* root_name);");
+            ctx.Declare(Section.GenericWrappers, $"bool {GenericNames.ReadyTypes}(const char* root_name);");
             w.Open($"bool {GenericNames.ReadyTypes}(const char* root_name)");
             var all = AllTypes(ctx.Model).ToList();
             if (all.Count == 0)
@@ -463,68 +270,5 @@ namespace Orvane.WrpGen.Emit
             w.Line();
         }
 
-        // ---- managed proxies ---------------------------------------------------------------
-
-        /// <summary>A new Python object for a string or number element, without boxing it.</summary>
-        private static string ValueToPy(TypeRef e, string v) => e.Kind switch
-        {
-            BindKind.String => $"Strings.ToPy({v})",
-            BindKind.Bool => $"PyCallbacks.WriteBool({v})",
-            BindKind.Int8 or BindKind.UInt8 or BindKind.Int16 or BindKind.UInt16 or BindKind.Int32 => $"PyCallbacks.WriteInt({v})",
-            BindKind.UInt32 => $"PyCallbacks.WriteUInt({v})",
-            BindKind.Int64 => $"PyCallbacks.WriteLong({v})",
-            BindKind.UInt64 => $"PyCallbacks.WriteULong({v})",
-            BindKind.Float or BindKind.Double => $"PyCallbacks.WriteDouble({v})",
-            _ => $"Variants.ToPy({v})",
-        };
-
-        private static void EmitProxies(EmitContext ctx, GenericInstance g, List<Host> hosts)
-        {
-            string t = El(g);
-            var e = g.Element;
-            var w = new CodeWriter();
-            w.Line($"// Typed collection proxies of {e.Clr.FullName}.");
-            w.Line("// Generated by WrpGen; do not edit.");
-            w.Line("using System;");
-            w.Line("using System.Runtime.CompilerServices;");
-            w.Line("using System.Runtime.InteropServices;");
-            w.Line("using Orvane.WrpGen.Interop;");
-            w.Line();
-            w.Open($"namespace {GenericNames.ManagedNamespace}");
-            w.Line("/// <summary>How one element crosses: read from native storage, written into an object out record.</summary>");
-            w.Open($"internal static unsafe class Element_{g.Id}");
-            w.Line($"public static {t} Read(void* element) => {Kinds.CsFromStorage(e, "element")};");
-            w.Line(e.Kind == BindKind.Object
-                ? $"public static void Write(PyObjectOutArg* result, {t} value) => Handles.WriteOut(result, value);"
-                : $"public static void Write(PyObjectOutArg* result, {t} value) => GenericEntries<{t}>.WriteObject(result, {ValueToPy(e, "value")});");
-            w.Close();
-            foreach (var h in hosts)
-            {
-                w.Line();
-                w.Open($"public static unsafe class {h.Proxy}_{g.Id}");
-                bool first = true;
-                foreach (var entry in h.Entries)
-                {
-                    if (!first)
-                        w.Line();
-                    first = false;
-                    w.Line("[UnmanagedCallersOnly]");
-                    w.Line("[MethodImpl(MethodImplOptions.AggressiveOptimization)]");
-                    w.Open($"public static {entry.CsReturn} {entry.Name}({entry.CsParams})");
-                    w.Open("try");
-                    w.Line(entry.Body);
-                    w.Close();
-                    w.Open("catch (Exception e)");
-                    w.Line("EntryErrors.Report(e);");
-                    if (entry.Fail != null)
-                        w.Line(entry.CsReturn == "byte" ? $"return (byte){entry.Fail};" : $"return {entry.Fail};");
-                    w.Close();
-                    w.Close();
-                }
-                w.Close();
-            }
-            w.Close();
-            ctx.CsFiles[$"{GenericNames.ManagedNamespace}.{g.Id}.cs"] = w.ToString();
-        }
     }
 }

@@ -1,9 +1,12 @@
 namespace Orvane.WrpGen.Emit
 {
-    /// <summary>wrp_module.h: what the units of one module share, declared once.</summary>
+    /// <summary>
+    /// wrp_module.h: what the units of one module share, declared once. Written
+    /// when the tree is assembled, after every emitter has declared its part.
+    /// </summary>
     internal static class HeaderEmitter
     {
-        public static void Run(EmitContext ctx)
+        public static string Render(EmitContext ctx)
         {
             var w = new CodeWriter();
             w.Line($"// Declarations shared by the generated units of {ctx.Model.PythonModule}.");
@@ -32,7 +35,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
             foreach (string d in ctx.Declarations)
                 w.Line(d);
-            ctx.CppFiles["wrp_module.h"] = w.ToString();
+            return w.ToString();
         }
     }
 }

@@ -16,10 +16,10 @@ namespace Orvane.WrpGen.Emit
             var unit = ctx.Unit("modules", $"Module builders of {ctx.Model.PythonModule}");
             foreach (var m in ctx.Model.Modules.Reverse())
             {
-                EmitDefinition(unit.Private, m);
-                EmitBuilder(ctx, unit.Public, m);
+                EmitDefinition(unit.Private[Section.Modules], m);
+                EmitBuilder(ctx, unit.Public[Section.Modules], m);
                 if (m.HasStaticFields)
-                    EmitStaticDriver(ctx, unit.Public, m);
+                    EmitStaticDriver(ctx, unit.Public[Section.Modules], m);
             }
             EmitEntryHeader(ctx);
         }
@@ -56,7 +56,7 @@ namespace Orvane.WrpGen.Emit
             }
             var names = ordered.Select(Symbols.TypeObject).ToList();
             if (m.Types.Any(t => t.IsDisposable))
-                names.Insert(0, Kinds.DisposableType);
+                names.Insert(0, CppTypes.DisposableType);
             foreach (var t in m.Types)
                 Visit(t);
             names.AddRange(ordered.Where(t => t.Module == m).Select(Symbols.TypeObject));
@@ -68,7 +68,7 @@ namespace Orvane.WrpGen.Emit
         {
             var list = t.Interfaces.Select(i => "&" + Symbols.TypeObject(i)).ToList();
             if (t.IsDisposable)
-                list.Insert(System.Math.Min(t.DisposableIndex, list.Count), "&" + Kinds.DisposableType);
+                list.Insert(System.Math.Min(t.DisposableIndex, list.Count), "&" + CppTypes.DisposableType);
             if (t.IterableOf != null)
                 list.Add("&" + GenericNames.TypeObject(t.IterableOf, GenericWrapper.Iterable));
             return list;
@@ -78,7 +78,7 @@ namespace Orvane.WrpGen.Emit
         {
             string fn = Symbols.ModuleInit(m);
             string mname = Symbols.Quote(m.PyName);
-            ctx.Declare($"PyObject* {fn}();");
+            ctx.Declare(Section.Modules, $"PyObject* {fn}();");
             w.Open($"PyObject* {fn}()");
             if (m.Parent == null)
             {
@@ -181,7 +181,7 @@ namespace Orvane.WrpGen.Emit
         private static void EmitStaticDriver(EmitContext ctx, CodeWriter w, ModuleNode m)
         {
             string fn = Symbols.ModuleStatics(m);
-            ctx.Declare($"void {fn}(int* warn_count);");
+            ctx.Declare(Section.Modules, $"void {fn}(int* warn_count);");
             w.Open($"void {fn}(int* warn_count)");
             foreach (var t in m.Types.Where(t => t.HasStaticInitialiser))
                 w.Line($"{Symbols.Eypi(t)}(warn_count);");

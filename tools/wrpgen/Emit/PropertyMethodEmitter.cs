@@ -25,31 +25,31 @@ namespace Orvane.WrpGen.Emit
         private static void EmitProperty(EmitContext ctx, CppUnit unit, BoundType t, PropertyModel p)
         {
             bool shared = Symbols.IsShared(t);
-            var w = shared ? unit.Public : unit.Private;
+            var w = shared ? unit.Public[Section.PropertiesMethods] : unit.Private[Section.PropertiesMethods];
             string prefix = shared ? "" : "static ";
             string host = Symbols.Host(t);
             if (p.CanRead)
             {
                 string name = Symbols.Local(Symbols.PropertyFn(t, p.PyName, setter: false));
-                if (shared) ctx.Declare($"PyObject* {name}(PyObject* self, void* closure);");
+                if (shared) ctx.Declare(Section.PropertiesMethods, $"PyObject* {name}(PyObject* self, void* closure);");
                 w.Open($"{prefix}PyObject* {name}(PyObject* self, void*)");
-                Kinds.EmitCallAndReturn(w, p.Type, $"{host}::get_instance()->get_{p.Name}(", new[] { "fn_clr_handle(self)" });
+                ArgCode.EmitCallAndReturn(w, p.Type, $"{host}::get_instance()->get_{p.Name}(", new[] { "fn_clr_handle(self)" });
                 w.Close();
                 w.Line();
             }
             if (p.CanWrite)
             {
                 string name = Symbols.Local(Symbols.PropertyFn(t, p.PyName, setter: true));
-                if (shared) ctx.Declare($"int {name}(PyObject* self, PyObject* value, void* closure);");
+                if (shared) ctx.Declare(Section.PropertiesMethods, $"int {name}(PyObject* self, PyObject* value, void* closure);");
                 w.Open($"{prefix}int {name}(PyObject* self, PyObject* value, void*)");
                 w.Open("if (!value)");
                 w.Line("PyErr_SetString(PyExc_AttributeError, \"can't delete attribute\");");
                 w.Line("return -1;");
                 w.Close();
-                w.Line(Kinds.CppDecl(p.Type, "a0"));
-                w.Line($"if (!{Kinds.CppConverter(p.Type)}(value, &a0))").Indent().Line("return -1;").Outdent();
+                w.Line(CppTypes.Decl(p.Type, "a0"));
+                w.Line($"if (!{CppTypes.Converter(p.Type)}(value, &a0))").Indent().Line("return -1;").Outdent();
                 w.Line("// A managed exception stays pending and surfaces at the next error check.");
-                w.Line($"{host}::get_instance()->set_{p.Name}(fn_clr_handle(self), {Kinds.CppCallArg(p.Type, "a0")});");
+                w.Line($"{host}::get_instance()->set_{p.Name}(fn_clr_handle(self), {CppTypes.CallArg(p.Type, "a0")});");
                 w.Line("return 0;");
                 w.Close();
                 w.Line();
@@ -60,11 +60,11 @@ namespace Orvane.WrpGen.Emit
         {
             var m = slot.Candidates[0].Method;
             bool shared = Symbols.IsShared(t) && !slot.IsStatic;
-            var w = shared ? unit.Public : unit.Private;
+            var w = shared ? unit.Public[Section.PropertiesMethods] : unit.Private[Section.PropertiesMethods];
             string name = Symbols.Local(Symbols.MethodFn(slot));
             string signature = slot.IsNoArgs ? "(PyObject* self, PyObject*)" : "(PyObject* self, PyObject* args, PyObject* kwargs)";
             if (shared)
-                ctx.Declare($"PyObject* {name}{signature.Replace("PyObject*)", "PyObject* ignored)")};");
+                ctx.Declare(Section.PropertiesMethods, $"PyObject* {name}{signature.Replace("PyObject*)", "PyObject* ignored)")};");
             w.Open($"{(shared ? "" : "static ")}PyObject* {name}{signature}");
             if (slot.IsStatic)
                 ArgCode.EmitStaticStateCheck(w);

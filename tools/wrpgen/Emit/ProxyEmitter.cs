@@ -6,35 +6,24 @@ using Orvane.WrpGen.Model;
 namespace Orvane.WrpGen.Emit
 {
     /// <summary>
-    /// The C# proxies: one static class per bound type whose
-    /// [UnmanagedCallersOnly] entries native hosts bind by name. Every entry
-    /// catches everything and reports it, since an exception that left an entry
-    /// would end the process.
+    /// The C# proxies: one static class per bound type, and per typed
+    /// instantiation one per generic host, whose [UnmanagedCallersOnly] entries
+    /// native hosts bind by name. Every entry catches everything and reports it,
+    /// since an exception that left an entry would end the process.
     /// </summary>
     internal static class ProxyEmitter
     {
-        private static readonly HashSet<string> CsKeywords = new(StringComparer.Ordinal)
-        {
-            "abstract", "as", "base", "bool", "break", "byte", "case", "catch", "char", "checked", "class", "const",
-            "continue", "decimal", "default", "delegate", "do", "double", "else", "enum", "event", "explicit", "extern",
-            "false", "finally", "fixed", "float", "for", "foreach", "goto", "if", "implicit", "in", "int", "interface",
-            "internal", "is", "lock", "long", "namespace", "new", "null", "object", "operator", "out", "override",
-            "params", "private", "protected", "public", "readonly", "ref", "return", "sbyte", "sealed", "short",
-            "sizeof", "stackalloc", "static", "string", "struct", "switch", "this", "throw", "true", "try", "typeof",
-            "uint", "ulong", "unchecked", "unsafe", "ushort", "using", "virtual", "void", "volatile", "while",
-        };
-
-        public static string Identifier(string name) => CsKeywords.Contains(name) ? "@" + name : name;
-
         public static void Run(EmitContext ctx)
         {
             foreach (var t in ctx.Model.Types)
                 ctx.CsFiles[$"{t.FullName}.cs"] = Emit(t);
+            foreach (var g in ctx.Model.Generics)
+                ctx.CsFiles[$"{GenericNames.ManagedNamespace}.{g.Id}.cs"] = EmitGeneric(g);
         }
 
         private static string Self(BoundType t) => t.IsStruct
-            ? $"global::System.Runtime.CompilerServices.Unsafe.Unbox<{Kinds.CsName(t.Clr)}>(Handles.Self<object>(self))"
-            : $"Handles.Self<{Kinds.CsName(t.Clr)}>(self)";
+            ? $"global::System.Runtime.CompilerServices.Unsafe.Unbox<{CsTypes.GlobalName(t.Clr)}>(Handles.Self<object>(self))"
+            : $"Handles.Self<{CsTypes.GlobalName(t.Clr)}>(self)";
 
         public static string Emit(BoundType t)
         {
@@ -49,7 +38,7 @@ namespace Orvane.WrpGen.Emit
             w.Open($"namespace {t.ProxyNamespace}");
             w.Open($"public static unsafe class {t.ProxyClass}");
             bool first = true;
-            foreach (var e in Entries.Of(t))
+            foreach (var e in t.Entries)
             {
                 if (!first) w.Line();
                 first = false;
@@ -62,7 +51,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitEntry(CodeWriter w, BoundType t, Entry e)
         {
-            string type = Kinds.CsName(t.Clr);
+            string type = CsTypes.GlobalName(t.Clr);
             var parms = new List<string>();
             string ret;
             string body;
@@ -78,8 +67,8 @@ namespace Orvane.WrpGen.Emit
                         : $"return Handles.Target(handle) is {type} ? (byte)1 : (byte)0;";
                     break;
                 case EntryKind.EnumGetter:
-                    ret = Kinds.CsScalar(e.Result.Kind);
-                    body = $"return ({ret}){type}.{Identifier(e.EnumMember!.Name)};";
+                    ret = CsTypes.Scalar(e.Result.Kind);
+                    body = $"return ({ret}){type}.{CsTypes.Identifier(e.EnumMember!.Name)};";
                     break;
                 case EntryKind.Ctor:
                     {
@@ -98,30 +87,30 @@ namespace Orvane.WrpGen.Emit
                         if (!m.IsStatic) parms.Add("IntPtr self");
                         AddParams(parms, m.Parameters.Select(p => p.Type));
                         AddResult(parms, m.Result);
-                        ret = Kinds.CsReturnType(m.Result);
+                        ret = CsTypes.ReturnType(m.Result);
                         string target = m.IsStatic ? type : Self(t);
                         string call = Call(target, m);
-                        body = !m.Parameters.Any(p => p.Type.Kind == BindKind.ByRef) ? Kinds.CsReturn(m.Result, call)
+                        body = !m.Parameters.Any(p => p.Type.Kind == BindKind.ByRef) ? CsTypes.Return(m.Result, call)
                              : m.Result.Kind == BindKind.Void ? WithByRefs(m, call + ";", "")
-                             : WithByRefs(m, $"var value = {call};", Kinds.CsReturn(m.Result, "value"));
+                             : WithByRefs(m, $"var value = {call};", CsTypes.Return(m.Result, "value"));
                         break;
                     }
                 case EntryKind.Getter:
                     parms.Add("IntPtr self");
                     AddResult(parms, e.Result);
-                    ret = Kinds.CsReturnType(e.Result);
-                    body = Kinds.CsReturn(e.Result, $"{Self(t)}.{Identifier(e.Property!.Name)}");
+                    ret = CsTypes.ReturnType(e.Result);
+                    body = CsTypes.Return(e.Result, $"{Self(t)}.{CsTypes.Identifier(e.Property!.Name)}");
                     break;
                 case EntryKind.Setter:
                     parms.Add("IntPtr self");
                     AddParams(parms, e.Parameters);
                     ret = "void";
-                    body = $"{Self(t)}.{Identifier(e.Property!.Name)} = {Kinds.CsArg(e.Parameters[0], "a0")};";
+                    body = $"{Self(t)}.{CsTypes.Identifier(e.Property!.Name)} = {CsTypes.Arg(e.Parameters[0], "a0")};";
                     break;
                 case EntryKind.StaticGetter:
                     AddResult(parms, e.Result);
-                    ret = Kinds.CsReturnType(e.Result);
-                    body = Kinds.CsReturn(e.Result, $"{type}.{Identifier(e.Static!.Name)}");
+                    ret = CsTypes.ReturnType(e.Result);
+                    body = CsTypes.Return(e.Result, $"{type}.{CsTypes.Identifier(e.Static!.Name)}");
                     break;
                 default:
                     (ret, body) = ElementEntry(t, e, parms);
@@ -154,7 +143,7 @@ namespace Orvane.WrpGen.Emit
         /// <summary>The element entries of a collection type: Count and the int indexer.</summary>
         private static (string Ret, string Body) ElementEntry(BoundType t, Entry e, List<string> parms)
         {
-            string element = Kinds.CsName(e.Result.Clr);
+            string element = CsTypes.GlobalName(e.Result.Clr);
             string self = $"var items = {Self(t)};";
             parms.Add("IntPtr self");
             switch (e.Kind)
@@ -173,7 +162,7 @@ namespace Orvane.WrpGen.Emit
                     return ("int", $"Handles.WriteOut(result, {Self(t)}[index]);\nreturn 0;");
                 case EntryKind.CollContains:
                     parms.Add("IntPtr element");
-                    return ("int", string.Join("\n", self, $"var value = {Kinds.CsArg(e.Result, "element")};",
+                    return ("int", string.Join("\n", self, $"var value = {CsTypes.Arg(e.Result, "element")};",
                         "for (int i = 0, n = items.Count; i < n; i++)",
                         "    if (Equals(items[i], value))", "        return 1;", "return 0;"));
                 case EntryKind.CollSetItem:
@@ -181,11 +170,11 @@ namespace Orvane.WrpGen.Emit
                     parms.Add("IntPtr element");
                     return ("int", string.Join("\n", self,
                         "if ((uint)index >= (uint)items.Count)", "    return 2;",
-                        $"items[index] = {Kinds.CsArg(e.Result, "element")};", "return 0;"));
+                        $"items[index] = {CsTypes.Arg(e.Result, "element")};", "return 0;"));
                 case EntryKind.CollSetItemNoCheck:
                     parms.Add("int index");
                     parms.Add("IntPtr element");
-                    return ("void", $"{Self(t)}[index] = {Kinds.CsArg(e.Result, "element")};");
+                    return ("void", $"{Self(t)}[index] = {CsTypes.Arg(e.Result, "element")};");
                 case EntryKind.CollSetSlice:
                     parms.AddRange(new[] { "IntPtr source", "int start", "int sliceLength", "int step", "int size" });
                     // The source is copied first: it may be this very collection.
@@ -206,7 +195,7 @@ namespace Orvane.WrpGen.Emit
         {
             int i = 0;
             foreach (var p in types)
-                parms.AddRange(Kinds.CsParams(p, $"a{i++}"));
+                parms.AddRange(CsTypes.Params(p, $"a{i++}"));
         }
 
         /// <summary>
@@ -221,7 +210,7 @@ namespace Orvane.WrpGen.Emit
             {
                 var p = m.Parameters[i].Type;
                 if (p.Kind == BindKind.ByRef)
-                    lines.Add($"{Kinds.CsType(p.Element!.Clr)} r{i} = {Kinds.CsFromStorage(p.Element, $"a{i}->Value")};");
+                    lines.Add($"{CsTypes.TypeName(p.Element!.Clr)} r{i} = {CsTypes.FromStorage(p.Element, $"a{i}->Value")};");
             }
             lines.Add(call);
             for (int i = 0; i < m.Parameters.Count; i++)
@@ -234,7 +223,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void AddResult(List<string> parms, TypeRef result)
         {
-            if (Kinds.CsResultParam(result) is { } extra)
+            if (CsTypes.ResultParam(result) is { } extra)
                 parms.Add(extra);
         }
 
@@ -243,7 +232,7 @@ namespace Orvane.WrpGen.Emit
         private static IEnumerable<string> ArgList(IEnumerable<TypeRef> types) =>
             types.Select((p, i) => p.Kind == BindKind.ByRef
                 ? (p.IsOut ? "out " : "ref ") + $"r{i}"
-                : Kinds.CsArg(p, $"a{i}"));
+                : CsTypes.Arg(p, $"a{i}"));
 
         /// <summary>The managed expression of a method entry: a call, or an indexer read or write.</summary>
         private static string Call(string target, MethodModel m)
@@ -253,8 +242,59 @@ namespace Orvane.WrpGen.Emit
             {
                 MemberAccess.IndexGet => $"{target}[{string.Join(", ", args)}]",
                 MemberAccess.IndexSet => $"{target}[{string.Join(", ", args.Take(args.Count - 1))}] = {args[^1]}",
-                _ => $"{target}.{Identifier(m.Name)}({string.Join(", ", args)})",
+                _ => $"{target}.{CsTypes.Identifier(m.Name)}({string.Join(", ", args)})",
             };
+        }
+
+        /// <summary>The element reader and writer of a typed instantiation, and the proxies of its generic hosts.</summary>
+        private static string EmitGeneric(GenericInstance g)
+        {
+            string t = CsTypes.TypeName(g.Element.Clr);
+            var hosts = GenericHosts.Of(g);
+            var e = g.Element;
+            var w = new CodeWriter();
+            w.Line($"// Typed collection proxies of {e.Clr.FullName}.");
+            w.Line("// Generated by WrpGen; do not edit.");
+            w.Line("using System;");
+            w.Line("using System.Runtime.CompilerServices;");
+            w.Line("using System.Runtime.InteropServices;");
+            w.Line("using Orvane.WrpGen.Interop;");
+            w.Line();
+            w.Open($"namespace {GenericNames.ManagedNamespace}");
+            w.Line("/// <summary>How one element crosses: read from native storage, written into an object out record.</summary>");
+            w.Open($"internal static unsafe class Element_{g.Id}");
+            w.Line($"public static {t} Read(void* element) => {CsTypes.FromStorage(e, "element")};");
+            w.Line(e.Kind == BindKind.Object
+                ? $"public static void Write(PyObjectOutArg* result, {t} value) => Handles.WriteOut(result, value);"
+                : $"public static void Write(PyObjectOutArg* result, {t} value) => GenericEntries<{t}>.WriteObject(result, {CsTypes.ElementToPy(e, "value")});");
+            w.Close();
+            foreach (var h in hosts)
+            {
+                w.Line();
+                w.Open($"public static unsafe class {h.Proxy}_{g.Id}");
+                bool first = true;
+                foreach (var entry in h.Entries)
+                {
+                    if (!first)
+                        w.Line();
+                    first = false;
+                    w.Line("[UnmanagedCallersOnly]");
+                    w.Line("[MethodImpl(MethodImplOptions.AggressiveOptimization)]");
+                    w.Open($"public static {entry.CsReturn} {entry.Name}({entry.CsParams})");
+                    w.Open("try");
+                    w.Line(entry.Body);
+                    w.Close();
+                    w.Open("catch (Exception e)");
+                    w.Line("EntryErrors.Report(e);");
+                    if (entry.Fail != null)
+                        w.Line(entry.CsReturn == "byte" ? $"return (byte){entry.Fail};" : $"return {entry.Fail};");
+                    w.Close();
+                    w.Close();
+                }
+                w.Close();
+            }
+            w.Close();
+            return w.ToString();
         }
     }
 }

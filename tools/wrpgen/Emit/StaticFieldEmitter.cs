@@ -24,17 +24,17 @@ namespace Orvane.WrpGen.Emit
             var members = t.BoundStaticMembers.ToList();
             foreach (var s in members)
             {
-                var w = unit.Private;
+                var w = unit.Private[Section.StaticFields];
                 w.Open($"static PyObject* {Getter(s)}()");
-                Kinds.EmitCallAndReturn(w, s.Type, $"{host}::get_instance()->get_{s.Name}(", System.Array.Empty<string>());
+                ArgCode.EmitCallAndReturn(w, s.Type, $"{host}::get_instance()->get_{s.Name}(", System.Array.Empty<string>());
                 w.Close();
                 w.Line();
             }
             string fn = Symbols.Eypi(t);
             string type = Symbols.TypeObject(t);
             string name = Symbols.Quote(t.PythonFullName);
-            ctx.Declare($"void {fn}(int* warn_count);");
-            var p = unit.Public;
+            ctx.Declare(Section.StaticFields, $"void {fn}(int* warn_count);");
+            var p = unit.Public[Section.StaticFields];
             p.Open($"void {fn}(int* warn_count)");
             p.Line($"const {host}* host = {host}::get_instance();");
             p.Open("if (host->is_not_valid())");

@@ -20,55 +20,8 @@ namespace Orvane.WrpGen.Emit
         {
             var imports = new SortedSet<string>(System.StringComparer.Ordinal) { "enum", "typing" };
             var w = new CodeWriter();
-            string PyType(TypeRef t, bool nullable)
-            {
-                switch (t.Kind)
-                {
-                    case BindKind.Void: return "None";
-                    case BindKind.Bool: return "bool";
-                    case BindKind.Float or BindKind.Double: return "float";
-                    case BindKind.Char or BindKind.String: return nullable && t.Kind == BindKind.String ? "typing.Optional[str]" : "str";
-                    case BindKind.Bytes: return nullable ? "typing.Optional[bytes]" : "bytes";
-                    case BindKind.Disposable or BindKind.Variant: return "typing.Any";
-                    case BindKind.DateTime or BindKind.DateTimeOffset:
-                        imports.Add("datetime");
-                        return "datetime.datetime";
-                    case BindKind.TimeSpan:
-                        imports.Add("datetime");
-                        return "datetime.timedelta";
-                    case BindKind.Decimal:
-                        imports.Add("decimal");
-                        return "decimal.Decimal";
-                    case BindKind.Guid:
-                        imports.Add("uuid");
-                        return "uuid.UUID";
-                    case BindKind.Nullable: return $"typing.Optional[{PyType(t.Element!, false)}]";
-                    case BindKind.ByRef: return "typing.List[typing.Any]";
-                    case BindKind.Stream: return "typing.BinaryIO";
-                    case BindKind.Collection:
-                        {
-                            // Typed collections name their element; the untyped ones hold anything.
-                            string item = t.Element != null ? PyType(t.Element, false) : "typing.Any";
-                            return t.Collection switch
-                            {
-                                CollectionKind.IEnumerator or CollectionKind.GenericEnumerator => $"typing.Iterator[{item}]",
-                                CollectionKind.GenericEnumerable => $"typing.Iterable[{item}]",
-                                _ => $"typing.Sequence[{item}]",
-                            };
-                        }
-                    case BindKind.Object:
-                    case BindKind.SiblingObject:
-                        {
-                            string module = t.Bound?.Module.PyName ?? t.Sibling!.PythonModule;
-                            string name = t.Bound?.Name ?? t.Sibling!.Name;
-                            string full = module == m.PyName ? name : module + "." + name;
-                            if (module != m.PyName) imports.Add(module);
-                            return nullable ? $"typing.Optional[{Quote(full)}]" : Quote(full);
-                        }
-                    default: return "int";
-                }
-            }
-            string Quote(string s) => "\"" + s + "\"";
+            var types = new PyiTypes(m.PyName, imports);
+            string PyType(TypeRef t, bool nullable) => types.Of(t, nullable);
             string Params(MethodModel mm) =>
                 string.Concat(mm.Parameters.Select(p => $", {p.PyName}: {PyType(p.Type, true)}"));
 
@@ -76,8 +29,8 @@ namespace Orvane.WrpGen.Emit
             {
                 w.Line($"class {e.Name}(enum.IntEnum):");
                 w.Indent();
-                if (e.EnumMembers.Count == 0) w.Line("pass");
-                foreach (var em in e.EnumMembers)
+                if (!e.BoundEnumMembers.Any()) w.Line("pass");
+                foreach (var em in e.BoundEnumMembers)
                     w.Line(em.RawValue != null ? $"{em.PyName} = {em.RawValue}" : $"{em.PyName}: int");
                 w.Outdent().Line();
             }

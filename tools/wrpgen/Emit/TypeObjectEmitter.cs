@@ -11,21 +11,19 @@ namespace Orvane.WrpGen.Emit
     /// </summary>
     internal static class TypeObjectEmitter
     {
-        /// <summary>The slot functions and host state, which the member functions that follow use.</summary>
-        public static void RunPrelude(EmitContext ctx)
-        {
-            foreach (var t in ctx.Model.ObjectTypes)
-                EmitPrelude(ctx.Unit(t).Private, t);
-        }
-
-        /// <summary>The tables (after the member functions they list), the type object and its converters.</summary>
-        public static void RunTables(EmitContext ctx)
+        /// <summary>
+        /// The slot functions and host state go before the member functions that
+        /// use them; the tables after the member functions they list, then the
+        /// type object and its converters.
+        /// </summary>
+        public static void Run(EmitContext ctx)
         {
             foreach (var t in ctx.Model.ObjectTypes)
             {
                 var unit = ctx.Unit(t);
-                EmitTables(unit.Private, t);
-                EmitPublic(ctx, unit.Public, t);
+                EmitPrelude(unit.Private[Section.TypePrelude], t);
+                EmitTables(unit.Private[Section.TypeTables], t);
+                EmitPublic(ctx, unit.Public[Section.TypeTables], t);
             }
         }
 
@@ -130,7 +128,7 @@ namespace Orvane.WrpGen.Emit
             string type = Symbols.TypeObject(t);
             string init = t.BoundConstructors.Any() ? $"{ns}::wrpPy_tybm_tp_init" : "wrapClrObject_tp_init_fault";
             string baseType = t.Base != null ? "&" + Symbols.TypeObject(t.Base) : "nullptr";
-            ctx.Declare($"extern PyTypeObject {type};");
+            ctx.Declare(Section.TypeTables, $"extern PyTypeObject {type};");
             w.Open($"PyTypeObject {type} =");
             w.Line("PyVarObject_HEAD_INIT(nullptr, 0)");
             w.Line($"{Symbols.Quote(t.PythonFullName)}, // tp_name");
@@ -183,7 +181,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
 
             string toClr = Symbols.PyToClr(t);
-            ctx.Declare($"int {toClr}(PyObject* obj, void** out);");
+            ctx.Declare(Section.TypeTables, $"int {toClr}(PyObject* obj, void** out);");
             w.Open($"int {toClr}(PyObject* obj, void** out)");
             string fn = t.IsInterface ? "fn_conv_py_ifcobj_to_clr_handle" : "fn_conv_py_clsobj_to_clr_handle";
             w.Line($"return {fn}(obj, out, &{type}, {ns}::wrpPy_tybm_is_assignable, {Symbols.Quote(t.Name)});");
@@ -191,7 +189,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
 
             string toPy = Symbols.ClrToPy(t);
-            ctx.Declare($"PyObject* {toPy}(const PyObjectOutArg& arg);");
+            ctx.Declare(Section.TypeTables, $"PyObject* {toPy}(const PyObjectOutArg& arg);");
             w.Open($"PyObject* {toPy}(const PyObjectOutArg& arg)");
             if (t.IsInterface)
                 w.Line($"return fn_conv_clr_ifcimpl_to_py_ifcimpl(arg, &{type});");
@@ -203,7 +201,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
 
             string check = Symbols.IsNotValid(t);
-            ctx.Declare($"bool {check}(std::string& message);");
+            ctx.Declare(Section.TypeTables, $"bool {check}(std::string& message);");
             w.Open($"bool {check}(std::string& message)");
             w.Line($"const PyHostState& state = {ns}::wrpPy_tybm_get_aggregate_host_state();");
             w.Line("if (state.not_valid)").Indent().Line("message = state.message;").Outdent();

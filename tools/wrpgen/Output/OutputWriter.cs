@@ -60,7 +60,10 @@ namespace Orvane.WrpGen.Output
         /// </summary>
         public static SortedDictionary<string, string> CppTree(EmitContext ctx, int shards)
         {
-            var files = new SortedDictionary<string, string>(ctx.CppFiles, StringComparer.Ordinal);
+            var files = new SortedDictionary<string, string>(ctx.CppFiles, StringComparer.Ordinal)
+            {
+                ["wrp_module.h"] = HeaderEmitter.Render(ctx),
+            };
             var perShard = Enumerable.Range(0, shards).Select(_ => new List<string>()).ToList();
             foreach (var unit in ctx.Units)
             {

@@ -1,36 +1,62 @@
+using System;
 using System.Linq;
 using Orvane.WrpGen.Model;
 
 namespace Orvane.WrpGen.Passes
 {
     /// <summary>
-    /// Marks every member whose parameters or result have no binding this round
-    /// with the first missing kind (parameters in order, then the result).
-    /// Ref returns and ref-typed properties have no binding.
+    /// Gives every parameter, result, property, static member, enum and
+    /// enumerable element its binding kind, and turns the first int indexer of
+    /// an object element on a type with a Count into the type's element access
+    /// (its accessors stop being methods).
     /// </summary>
     internal static class BindingKinds
     {
+        private static readonly TypeRef VoidRef = new(BindKind.Void, typeof(void));
+
         public static void Run(BindingModel model)
         {
-            foreach (var t in model.ObjectTypes)
+            var classifier = new TypeClassifier(
+                model.Types.ToDictionary(t => t.Clr),
+                model.SiblingTypes.ToDictionary(s => s.Clr));
+            foreach (var t in model.Types)
             {
+                if (t.IsEnum)
+                {
+                    t.EnumUnderlying = TypeClassifier.ScalarKind(t.EnumUnderlyingClr?.FullName) ?? BindKind.Int32;
+                    continue;
+                }
+                if (t.EnumerableElementClr != null)
+                    t.EnumerableElement = classifier.Classify(t.EnumerableElementClr);
                 foreach (var m in t.Constructors.Concat(t.Methods))
-                    m.SkipKind ??= FirstMissing(m);
+                {
+                    foreach (var p in m.Parameters)
+                        p.Type = classifier.Classify(p.Clr, p.IsOut);
+                    m.Result = m.ResultClr == null ? VoidRef : classifier.Classify(m.ResultClr);
+                }
                 foreach (var p in t.Properties)
-                    p.SkipKind ??= p.Type.Kind == BindKind.ByRef ? "byref" : p.Type.SkipKind;
+                    p.Type = classifier.Classify(p.Clr);
                 foreach (var s in t.StaticMembers)
-                    s.SkipKind ??= s.Type.Kind == BindKind.ByRef ? "byref" : s.Type.SkipKind;
+                    s.Type = classifier.Classify(s.Clr);
+                ChooseElementAccess(t, classifier);
             }
         }
 
-        private static string? FirstMissing(MethodModel m)
+        private static void ChooseElementAccess(BoundType t, TypeClassifier classifier)
         {
-            foreach (var p in m.Parameters)
-                if (p.Type.IsSkipped)
-                    return p.Type.SkipKind;
-            if (m.Result.Kind == BindKind.ByRef)
-                return "byref";  // ref returns
-            return m.Result.IsSkipped ? m.Result.SkipKind : null;
+            if (!t.HasCount)
+                return;
+            foreach (var ip in t.IndexedProperties.Where(ip => ip.IsIntIndex))
+            {
+                var element = classifier.Classify(ip.ElementClr);
+                if (element.Kind is not (BindKind.Object or BindKind.SiblingObject))
+                    continue;
+                t.Indexer = new IndexerModel(element, ip.CanWrite);
+                t.Methods.Remove(ip.Getter!);
+                if (ip.Setter != null)
+                    t.Methods.Remove(ip.Setter);
+                return;
+            }
         }
     }
 }

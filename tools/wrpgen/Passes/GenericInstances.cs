@@ -21,7 +21,7 @@ namespace Orvane.WrpGen.Passes
             {
                 if (!byElement.TryGetValue(element.Clr, out var instance))
                 {
-                    instance = new GenericInstance(element, Id(element.Clr));
+                    instance = new GenericInstance(element);
                     byElement.Add(element.Clr, instance);
                 }
                 return instance;
@@ -70,10 +70,6 @@ namespace Orvane.WrpGen.Passes
             }
 
             model.Generics.AddRange(byElement.Values.OrderBy(g => g.Element.Clr.FullName, StringComparer.Ordinal));
-            var clash = model.Generics.GroupBy(g => g.Id).FirstOrDefault(g => g.Count() > 1);
-            if (clash != null)
-                throw new InvalidOperationException(
-                    $"typed collections of {string.Join(" and ", clash.Select(g => g.Element.Clr.FullName))} share the identifier {clash.Key}");
 
             int table = 0;
             foreach (var g in model.Generics.Where(g => g.ArrayParameter))
@@ -94,9 +90,5 @@ namespace Orvane.WrpGen.Passes
                 or BindKind.Double => true,
             _ => false,
         };
-
-        /// <summary>The instantiation's identifier: the name hash of IEnumerable&lt;T&gt;.</summary>
-        public static string Id(Type element) =>
-            Naming.Id("System.Collections.Generic.IEnumerable`1[" + element.FullName + "]");
     }
 }

@@ -86,9 +86,17 @@ namespace Orvane.WrpGen.Passes
             return common == null ? "" : string.Join(".", common);
         }
 
-        /// <summary>Fills every name of the model: ids, module tree, Python and proxy names.</summary>
+        /// <summary>
+        /// Fills every name of the model: ids, module tree, Python and proxy names,
+        /// overload numbers and entry names, and the sibling types' modules.
+        /// </summary>
         public static void Run(BindingModel model)
         {
+            foreach (var s in model.SiblingTypes)
+            {
+                s.Id = Id(s.FullName);
+                s.PythonModule = ModulePath(s.RootModule, s.RootNamespace, s.Clr.Namespace!);
+            }
             BuildModuleTree(model);
             var ids = new Dictionary<string, string>(StringComparer.Ordinal);
             void Claim(string id, string owner)
@@ -107,12 +115,52 @@ namespace Orvane.WrpGen.Passes
                 t.Id = Id(t.FullName);
                 Claim(t.Id, t.FullName);
                 t.ProxyNamespace = ProxyNamespace(t.Namespace);
+                t.ProxyClass = "WrpCs_" + t.Name;
                 NameMembers(t);
+            }
+        }
+
+        /// <summary>Names the typed instantiations; two element types must not share an identifier.</summary>
+        public static void NameInstances(BindingModel model)
+        {
+            foreach (var g in model.Generics)
+                g.Id = InstanceId(g.Element.Clr);
+            var clash = model.Generics.GroupBy(g => g.Id).FirstOrDefault(g => g.Count() > 1);
+            if (clash != null)
+                throw new InvalidOperationException(
+                    $"typed collections of {string.Join(" and ", clash.Select(g => g.Element.Clr.FullName))} share the identifier {clash.Key}");
+        }
+
+        /// <summary>An instantiation's identifier: the name hash of IEnumerable&lt;T&gt;.</summary>
+        public static string InstanceId(Type element) =>
+            Id("System.Collections.Generic.IEnumerable`1[" + element.FullName + "]");
+
+        /// <summary>
+        /// Entry names number every overload of a managed name in declaration
+        /// order, skipped ones included, so an entry keeps its name when a
+        /// neighbour becomes bindable.
+        /// </summary>
+        private static void NameEntries(BoundType t)
+        {
+            for (int i = 0; i < t.Constructors.Count; i++)
+            {
+                t.Constructors[i].Number = i;
+                t.Constructors[i].EntryName = $"ctor_{i:D3}_{t.Constructors[i].Name}";
+            }
+            foreach (var group in t.Methods.GroupBy(m => m.Name, StringComparer.Ordinal))
+            {
+                int n = 0;
+                foreach (var m in group)
+                {
+                    m.Number = n++;
+                    m.EntryName = $"call_{m.Number:D3}_{m.Name}";
+                }
             }
         }
 
         private static void NameMembers(BoundType t)
         {
+            NameEntries(t);
             foreach (var m in t.Constructors.Concat(t.Methods))
             {
                 m.PyName = ToSnake(m.Name);

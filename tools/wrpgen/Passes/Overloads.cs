@@ -6,9 +6,9 @@ using Orvane.WrpGen.Model;
 namespace Orvane.WrpGen.Passes
 {
     /// <summary>
-    /// Numbers overloads and settles name clashes inside one type. Numbers count
-    /// every overload of a managed name in declaration order, skipped ones
-    /// included, so an entry keeps its name when a neighbour becomes bindable.
+    /// Settles name clashes inside one type: places each overload in its
+    /// Python-name group, keeps one attribute per Python name, and drops enum
+    /// members whose Python name an earlier member already has.
     /// </summary>
     internal static class Overloads
     {
@@ -18,20 +18,11 @@ namespace Orvane.WrpGen.Passes
             {
                 if (t.IsEnum)
                 {
-                    DropDuplicateEnumNames(model, t);
+                    DropDuplicateEnumNames(t);
                     continue;
                 }
                 for (int i = 0; i < t.Constructors.Count; i++)
-                {
-                    t.Constructors[i].Number = i;
                     t.Constructors[i].GroupIndex = i;
-                }
-                foreach (var group in t.Methods.GroupBy(m => m.Name, StringComparer.Ordinal))
-                {
-                    int n = 0;
-                    foreach (var m in group)
-                        m.Number = n++;
-                }
                 var properties = new HashSet<string>(t.Properties.Where(p => p.IsBound).Select(p => p.PyName), StringComparer.Ordinal);
                 foreach (var group in t.Methods.GroupBy(m => m.PyName, StringComparer.Ordinal))
                 {
@@ -53,16 +44,12 @@ namespace Orvane.WrpGen.Passes
             }
         }
 
-        private static void DropDuplicateEnumNames(BindingModel model, BoundType t)
+        private static void DropDuplicateEnumNames(BoundType t)
         {
             var seen = new HashSet<string>(StringComparer.Ordinal);
-            foreach (var e in t.EnumMembers.ToList())
-            {
-                if (seen.Add(e.PyName))
-                    continue;
-                t.EnumMembers.Remove(e);
-                model.Skipped.Add(new SkippedEntry($"{t.FullName}.{e.Name}({t.FullName})", "unsupported"));
-            }
+            foreach (var e in t.EnumMembers)
+                if (!seen.Add(e.PyName))
+                    e.SkipKind = "unsupported";
         }
 
         /// <summary>The candidates of a method group, bound overloads only, in declaration order.</summary>

@@ -181,22 +181,5 @@ namespace Orvane.WrpGen.Passes
                 return true;
             return t.GetInterfaces().Any(i => CollectionInterfaces.Contains(Def(i) ?? ""));
         }
-
-        /// <summary>A C#-like display name for the report: System.Collections.Generic.IList&lt;Orvane.Folaro.ISlide&gt;.</summary>
-        public static string DisplayName(Type t)
-        {
-            if (t.IsByRef) return DisplayName(t.GetElementType()!) + "&";
-            if (t.IsPointer) return DisplayName(t.GetElementType()!) + "*";
-            if (t.IsArray) return DisplayName(t.GetElementType()!) + "[" + new string(',', t.GetArrayRank() - 1) + "]";
-            if (t.IsGenericParameter) return t.Name;
-            if (t.IsGenericType)
-            {
-                string name = t.GetGenericTypeDefinition().FullName ?? t.Name;
-                int tick = name.IndexOf('`');
-                if (tick >= 0) name = name.Substring(0, tick);
-                return name + "<" + string.Join(", ", t.GetGenericArguments().Select(DisplayName)) + ">";
-            }
-            return (t.FullName ?? t.Name).Replace('+', '.');
-        }
     }
 }
