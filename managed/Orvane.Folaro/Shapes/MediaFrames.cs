@@ -37,11 +37,11 @@ public sealed class AudioFrame : PictureFrame, IAudioFrame
 
     public IAudio? EmbeddedAudio
     {
-        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(DocumentState.Of(part.OpenXmlPackage).Media, part) : null;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
-            var store = MediaStore.Of(SlideView.PartBase);
+            var store = DocumentState.Of(SlideView.PartBase).Media;
             var part = value is Audio own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
                 ? own.Part
                 : (MediaDataPart)((Audio)new AudioCollection(store).AddAudio(value.BinaryData)).Part;
@@ -66,11 +66,11 @@ public sealed class VideoFrame : PictureFrame, IVideoFrame
 
     public IVideo? EmbeddedVideo
     {
-        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
+        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(DocumentState.Of(part.OpenXmlPackage).Media, part) : null;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
-            var store = MediaStore.Of(SlideView.PartBase);
+            var store = DocumentState.Of(SlideView.PartBase).Media;
             var part = value is Video own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
                 ? own.Part
                 : (MediaDataPart)((Video)new VideoCollection(store).AddVideo(value.BinaryData)).Part;
