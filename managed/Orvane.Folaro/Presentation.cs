@@ -18,47 +18,39 @@ namespace Orvane.Folaro;
 /// A presentation held in memory. Loading reads the whole input first, so the source file is
 /// neither locked nor changed; every model object is a view over the live part DOM.
 /// </summary>
-public sealed class Presentation : IPresentation
+public sealed partial class Presentation : IPresentation
 {
-    private readonly MemoryStream _backing;
-    private readonly PresentationDocument _doc;
-    private readonly Dictionary<OpenXmlPart, object> _views = new();
-    private readonly System.Runtime.CompilerServices.ConditionalWeakTable<OpenXmlElement, object> _elementViews = new();
-    private SlideCollection? _slides;
-    private bool _disposed;
+    private readonly DocumentState _state;
 
     /// <summary>A new presentation: one master, the eleven usual layouts, the Orvane theme, no slides.</summary>
-    public Presentation() : this(Opened.New())
+    public Presentation() : this(PresentationLoader.New())
     {
     }
 
-    public Presentation(LoadOptions loadOptions) : this(Opened.New(loadOptions))
+    public Presentation(LoadOptions loadOptions) : this(PresentationLoader.New(loadOptions))
     {
     }
 
     /// <summary>Loads a presentation from the current position of the stream to its end.</summary>
-    public Presentation(Stream stream) : this(Opened.FromStream(stream, null))
+    public Presentation(Stream stream) : this(PresentationLoader.FromStream(stream, null))
     {
     }
 
-    public Presentation(Stream stream, LoadOptions loadOptions) : this(Opened.FromStream(stream, loadOptions))
+    public Presentation(Stream stream, LoadOptions loadOptions) : this(PresentationLoader.FromStream(stream, loadOptions))
     {
     }
 
-    public Presentation(string file) : this(Opened.FromFile(file, null))
+    public Presentation(string file) : this(PresentationLoader.FromFile(file, null))
     {
     }
 
-    public Presentation(string file, LoadOptions loadOptions) : this(Opened.FromFile(file, loadOptions))
+    public Presentation(string file, LoadOptions loadOptions) : this(PresentationLoader.FromFile(file, loadOptions))
     {
     }
 
-    private Presentation(Opened opened)
+    private Presentation(LoadedPackage loaded)
     {
-        _backing = opened.Backing;
-        _doc = opened.Document;
-        SourceFormat = opened.Format;
-        Origin = opened.Origin;
+        _state = new DocumentState(this, loaded);
     }
 
     // --- saving ----------------------------------------------------------------------
@@ -76,24 +68,13 @@ public sealed class Presentation : IPresentation
 
     public void Save(string fname, int[] slides, SaveFormat format) => Save(fname, slides, format, null);
 
-    public void Save(string fname, int[]? slides, SaveFormat format, ISaveOptions? options)
-    {
-        ArgumentNullException.ThrowIfNull(fname);
-        CheckOpen();
-        // Write to memory first: a failed save must not leave a truncated file behind.
-        using var buffer = new MemoryStream();
-        PackageWriter.Write(this, buffer, slides, format);
-        File.WriteAllBytes(fname, buffer.ToArray());
-    }
+    public void Save(string fname, int[]? slides, SaveFormat format, ISaveOptions? options) =>
+        PackageWriter.WriteFile(this, fname, slides, format);
 
     public void Save(Stream stream, int[] slides, SaveFormat format) => Save(stream, slides, format, null);
 
-    public void Save(Stream stream, int[]? slides, SaveFormat format, ISaveOptions? options)
-    {
-        ArgumentNullException.ThrowIfNull(stream);
-        CheckOpen();
-        PackageWriter.Write(this, stream, slides, format);
-    }
+    public void Save(Stream stream, int[]? slides, SaveFormat format, ISaveOptions? options) =>
+        PackageWriter.WriteStream(this, stream, slides, format);
 
     // --- rendering and printing (later work) -------------------------------------------
 
@@ -118,28 +99,10 @@ public sealed class Presentation : IPresentation
     // --- other methods -----------------------------------------------------------------
 
     /// <summary>The slide, layout or master with this id, or null.</summary>
-    public IBaseSlide? GetSlideById(uint id)
-    {
-        foreach (var slide in SlideList)
-            if (slide.SlideId == id)
-                return slide;
-        foreach (MasterSlide master in MasterList)
-        {
-            if (master.SlideId == id)
-                return master;
-            foreach (var layout in master.LayoutList)
-                if (layout.SlideId == id)
-                    return layout;
-        }
-        return null;
-    }
+    public IBaseSlide? GetSlideById(uint id) => SlideLookup.ById(this, id);
 
     /// <summary>Merges neighbouring text runs of every slide whose formatting is the same.</summary>
-    public void JoinPortionsWithSameFormatting()
-    {
-        foreach (var slide in SlideList)
-            TextRuns.Join(((Slide)slide).Part.Slide);
-    }
+    public void JoinPortionsWithSameFormatting() => TextRuns.JoinAll(this);
 
     // --- properties --------------------------------------------------------------------
 
@@ -174,11 +137,11 @@ public sealed class Presentation : IPresentation
 
     public IDocumentProperties DocumentProperties => new DocumentProperties(this);
 
-    public IImageCollection Images => new ImageCollection(MediaStore.Of(Document));
+    public IImageCollection Images => new ImageCollection(_state.Media);
 
-    public IAudioCollection Audios => new AudioCollection(MediaStore.Of(Document));
+    public IAudioCollection Audios => new AudioCollection(_state.Media);
 
-    public IVideoCollection Videos => new VideoCollection(MediaStore.Of(Document));
+    public IVideoCollection Videos => new VideoCollection(_state.Media);
 
     public IDigitalSignatureCollection DigitalSignatures => throw Later("DigitalSignatures", "digital signatures");
 
@@ -210,7 +173,7 @@ public sealed class Presentation : IPresentation
         }
     }
 
-    public SourceFormat SourceFormat { get; }
+    public SourceFormat SourceFormat => _state.Format;
 
     /// <summary>The theme of the first master.</summary>
     public IMasterTheme MasterTheme
@@ -230,81 +193,7 @@ public sealed class Presentation : IPresentation
 
     IDisposable IPresentation.AsIDisposable => this;
 
-    void IDisposable.Dispose()
-    {
-        if (_disposed)
-            return;
-        _disposed = true;
-        _doc.Dispose();
-        _backing.Dispose();
-    }
-
-    // --- internals shared by the views ----------------------------------------------
-
-    internal string Origin { get; }
-
-    // The package bytes behind the live document; current after Document.Save().
-    internal MemoryStream Backing
-    {
-        get
-        {
-            CheckOpen();
-            return _backing;
-        }
-    }
-
-    internal PresentationDocument Document
-    {
-        get
-        {
-            CheckOpen();
-            return _doc;
-        }
-    }
-
-    // The package's main part never changes once the document is open; looking
-    // it up walks the package's relationships, so every view would pay for it.
-    private PresentationPart? _presentationPart;
-
-    internal PresentationPart PresentationPart
-    {
-        get
-        {
-            CheckOpen();
-            return _presentationPart ??= _doc.PresentationPart!;
-        }
-    }
-
-    internal P.Presentation Root => PresentationPart.Presentation;
-
-    internal SlideCollection SlideList => _slides ??= new SlideCollection(this);
-
-    internal MasterSlideCollection MasterList => new(this);
-
-    /// <summary>One view object per part, so the same slide is always the same object.</summary>
-    internal T ViewOf<T>(OpenXmlPart part, Func<T> create) where T : class
-    {
-        if (_views.TryGetValue(part, out var view))
-            return (T)view;
-        var made = create();
-        _views[part] = made;
-        return made;
-    }
-
-    internal void ForgetView(OpenXmlPart part) => _views.Remove(part);
-
-    /// <summary>One view object per element (shapes); dropped with the element.</summary>
-    internal T ElementView<T>(OpenXmlElement element, Func<T> create) where T : class =>
-        (T)_elementViews.GetValue(element, _ => create());
-
-    /// <summary>Makes a second element (a view spanning two elements) find the same view.</summary>
-    internal void AliasElementView(OpenXmlElement element, object view) => _elementViews.AddOrUpdate(element, view);
-
-    internal void CheckOpen()
-    {
-        if (_disposed)
-            throw new ObjectDisposedException(nameof(Presentation), "The presentation has been disposed");
-    }
+    void IDisposable.Dispose() => _state.Dispose();
 
     private static NotSupportedException NoRendering() =>
         new("Presentation.GetThumbnails: rendering slides to images is not supported yet");
@@ -314,108 +203,4 @@ public sealed class Presentation : IPresentation
 
     private static NotSupportedException Later(string member, string what) =>
         new($"Presentation.{member}: {what} is not supported yet");
-
-    // The result of opening: the package, its backing memory and what it was loaded from.
-    private readonly record struct Opened(MemoryStream Backing, PresentationDocument Document, SourceFormat Format, string Origin)
-    {
-        internal static Opened New(LoadOptions? options = null)
-        {
-            var backing = PresentationTemplate.Create();
-            return Open(backing, "new presentation", options ?? new LoadOptions(), generated: true);
-        }
-
-        internal static Opened FromStream(Stream stream, LoadOptions? options)
-        {
-            ArgumentNullException.ThrowIfNull(stream);
-            options ??= new LoadOptions();
-            CheckLoadFormat(options);
-            const string origin = "presentation stream";
-            return Open(PackageReader.Read(stream, options, origin), origin, options);
-        }
-
-        internal static Opened FromFile(string file, LoadOptions? options)
-        {
-            ArgumentNullException.ThrowIfNull(file);
-            options ??= new LoadOptions();
-            CheckLoadFormat(options);
-            string origin = $"'{file}'";
-            using var source = new FileStream(file, FileMode.Open, FileAccess.Read, FileShare.ReadWrite);
-            return Open(PackageReader.Read(source, options, origin), origin, options);
-        }
-
-        private static void CheckLoadFormat(LoadOptions options)
-        {
-            if (options.LoadFormat is LoadFormat.Ppt or LoadFormat.Odp)
-                throw new NotSupportedException($"Presentation: loading {options.LoadFormat} is not supported yet");
-        }
-
-        // A generated package is known to be well formed, so its parts are parsed when first used.
-        private static Opened Open(MemoryStream backing, string origin, LoadOptions options, bool generated = false)
-        {
-            PresentationDocument? doc = null;
-            try
-            {
-                doc = PresentationDocument.Open(backing, true, new OpenSettings { AutoSave = false });
-                var part = doc.PresentationPart
-                    ?? throw new PptxReadException($"{origin}: the package has no presentation part");
-                // Parse the main part and the slide-like parts now, so that a broken one fails
-                // here, naming the part, and not on first use.
-                _ = part.Presentation ?? throw new PptxReadException($"{origin}: the presentation part is empty");
-                if (generated)
-                    PresentationTemplate.Stamp(doc);
-                else
-                    CheckParts(part, origin);
-                var format = SaveFormats.SourceOf(doc.DocumentType);
-                CheckExpected(options.LoadFormat, format, origin);
-                return new Opened(backing, doc, format, origin);
-            }
-            catch (PptxReadException)
-            {
-                doc?.Dispose();
-                backing.Dispose();
-                throw;
-            }
-            catch (Exception ex) when (ex is OpenXmlPackageException or InvalidDataException or IOException
-                                          or System.Xml.XmlException or InvalidOperationException or FormatException
-                                          or ArgumentException or NotSupportedException)
-            {
-                doc?.Dispose();
-                backing.Dispose();
-                throw new PptxReadException($"{origin}: the package cannot be read as a presentation: {ex.Message}", ex);
-            }
-        }
-
-        private static void CheckParts(PresentationPart pres, string origin)
-        {
-            foreach (var master in pres.SlideMasterParts)
-            {
-                Parse(master, () => master.SlideMaster, origin);
-                foreach (var layout in master.SlideLayoutParts)
-                    Parse(layout, () => layout.SlideLayout, origin);
-            }
-            foreach (var slide in pres.SlideParts)
-                Parse(slide, () => slide.Slide, origin);
-        }
-
-        private static void Parse(OpenXmlPart part, Func<OpenXmlElement?> root, string origin)
-        {
-            try
-            {
-                if (root() == null)
-                    throw new PptxReadException($"{origin}: part '{part.Uri}' is empty");
-            }
-            catch (Exception ex) when (ex is not PptxReadException and not OutOfMemoryException)
-            {
-                throw new PptxReadException($"{origin}: part '{part.Uri}' cannot be read: {ex.Message}", ex);
-            }
-        }
-
-        private static void CheckExpected(LoadFormat expected, SourceFormat actual, string origin)
-        {
-            if (expected is LoadFormat.Auto or LoadFormat.Unknown)
-                return;
-            if (!Enum.TryParse<SourceFormat>(expected.ToString(), out var wanted) || wanted != actual)
-                throw new PptxReadException($"{origin}: LoadOptions.LoadFormat is {expected} but the package is {actual}");
-        }
-    }
 }

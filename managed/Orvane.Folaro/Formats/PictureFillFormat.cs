@@ -74,7 +74,7 @@ public sealed class Picture : IPicture
 
     public IPPImage? Image
     {
-        get => _format.Context.Part is { } part && _format.Blip(false) is { } blip ? MediaStore.Of(part).ImageOfBlip(blip, part) : null;
+        get => _format.Context.Part is { } part && _format.Blip(false) is { } blip ? DocumentState.Of(part).Media.ImageOfBlip(blip, part) : null;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
@@ -134,7 +134,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
         set
         {
             ArgumentNullException.ThrowIfNull(value);
-            SetImage(MediaStore.Of(Owner).AddImage(value, "PictureFillFormat.ImageData"), "PictureFillFormat.ImageData");
+            SetImage(DocumentState.Of(Owner).Media.AddImage(value, "PictureFillFormat.ImageData"), "PictureFillFormat.ImageData");
         }
     }
 
@@ -185,7 +185,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
     {
         var owner = Owner;
         var blip = Blip(true)!;
-        MediaStore.Of(owner).SetBlip(blip, owner, image, where);
+        DocumentState.Of(owner).Media.SetBlip(blip, owner, image, where);
         // A picture needs a way to fill: stretch unless one is set.
         if (ElementOrder.FirstOf(Made, Modes) == null)
             ElementOrder.Insert(Made, new A.Stretch(new A.FillRectangle()), ElementOrder.BlipFill);

@@ -11,7 +11,7 @@ internal static class ImageParts
     /// <summary>The id of a relationship from <paramref name="part"/> to the stored image holding these bytes (an SVG's PNG rendition for SVG bytes).</summary>
     internal static string Relate(OpenXmlPart part, byte[] data, string where)
     {
-        var store = MediaStore.Of(part);
+        var store = DocumentState.Of(part).Media;
         var image = store.AddImage(data, where);
         return store.Relate(part, image.Fallback ?? image);
     }

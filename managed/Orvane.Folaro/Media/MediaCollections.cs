@@ -2,7 +2,6 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using System.IO;
-using System.Linq;
 using DocumentFormat.OpenXml.Packaging;
 
 namespace Orvane.Folaro;
@@ -42,37 +41,22 @@ public sealed class Video : IVideo
 /// <summary>The media parts of the package whose type is audio/*.</summary>
 public sealed class AudioCollection : IAudioCollection
 {
-    private readonly MediaStore _store;
+    private readonly MediaList<IAudio> _list;
 
     internal AudioCollection(MediaStore store)
     {
-        _store = store;
+        _list = MediaLists.Audios(store);
     }
 
-    public int Count => Items().Count;
+    public int Count => _list.Count;
 
-    public IAudio this[int index] => Indexes.At(Items(), index, "AudioCollection[index]");
+    public IAudio this[int index] => _list.At(index);
 
-    public IAudio AddAudio(byte[] audioData)
-    {
-        ArgumentNullException.ThrowIfNull(audioData);
-        string type = MediaFormats.Audio(audioData)
-            ?? throw new ArgumentException($"AudioCollection.AddAudio: the data is not {MediaFormats.AudioAccepted} sound", nameof(audioData));
-        return View(_store, _store.AddMedia(audioData, type));
-    }
+    public IAudio AddAudio(byte[] audioData) => _list.Add(audioData, nameof(audioData));
 
-    public IAudio AddAudio(Stream audioData)
-    {
-        ArgumentNullException.ThrowIfNull(audioData);
-        return AddAudio(MediaLists.ReadAll(audioData));
-    }
+    public IAudio AddAudio(Stream audioData) => _list.Add(audioData, nameof(audioData));
 
-    internal static Audio View(MediaStore store, MediaDataPart part) => store.MediaView(part, () => new Audio(part));
-
-    private List<IAudio> Items() =>
-        _store.MediaParts().Where(MediaLists.IsAudio).Select(p => (IAudio)View(_store, p)).ToList();
-
-    public IEnumerator<IAudio> GetEnumerator() => Items().GetEnumerator();
+    public IEnumerator<IAudio> GetEnumerator() => _list.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
@@ -82,51 +66,24 @@ public sealed class AudioCollection : IAudioCollection
 /// <summary>The media parts of the package that are not sound.</summary>
 public sealed class VideoCollection : IVideoCollection
 {
-    private readonly MediaStore _store;
+    private readonly MediaList<IVideo> _list;
 
     internal VideoCollection(MediaStore store)
     {
-        _store = store;
+        _list = MediaLists.Videos(store);
     }
 
-    public int Count => Items().Count;
+    public int Count => _list.Count;
 
-    public IVideo this[int index] => Indexes.At(Items(), index, "VideoCollection[index]");
+    public IVideo this[int index] => _list.At(index);
 
-    public IVideo AddVideo(byte[] videoData)
-    {
-        ArgumentNullException.ThrowIfNull(videoData);
-        string type = MediaFormats.Video(videoData)
-            ?? throw new ArgumentException($"VideoCollection.AddVideo: the data is not {MediaFormats.VideoAccepted} video", nameof(videoData));
-        return View(_store, _store.AddMedia(videoData, type));
-    }
+    public IVideo AddVideo(byte[] videoData) => _list.Add(videoData, nameof(videoData));
 
-    public IVideo AddVideo(Stream videoData)
-    {
-        ArgumentNullException.ThrowIfNull(videoData);
-        return AddVideo(MediaLists.ReadAll(videoData));
-    }
+    public IVideo AddVideo(Stream videoData) => _list.Add(videoData, nameof(videoData));
 
-    internal static Video View(MediaStore store, MediaDataPart part) => store.MediaView(part, () => new Video(part));
-
-    private List<IVideo> Items() =>
-        _store.MediaParts().Where(p => !MediaLists.IsAudio(p)).Select(p => (IVideo)View(_store, p)).ToList();
-
-    public IEnumerator<IVideo> GetEnumerator() => Items().GetEnumerator();
+    public IEnumerator<IVideo> GetEnumerator() => _list.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
     IEnumerable<IVideo> IVideoCollection.AsIEnumerable => this;
-}
-
-internal static class MediaLists
-{
-    internal static bool IsAudio(MediaDataPart part) => part.ContentType.StartsWith("audio/", StringComparison.OrdinalIgnoreCase);
-
-    internal static byte[] ReadAll(Stream stream)
-    {
-        using var copy = new MemoryStream();
-        stream.CopyTo(copy);
-        return copy.ToArray();
-    }
 }

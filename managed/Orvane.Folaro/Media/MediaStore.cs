@@ -2,7 +2,6 @@ using System;
 using System.Collections.Generic;
 using System.IO;
 using System.Linq;
-using System.Runtime.CompilerServices;
 using System.Security.Cryptography;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
@@ -11,7 +10,7 @@ using Svg = DocumentFormat.OpenXml.Office2019.Drawing.SVG;
 
 namespace Orvane.Folaro;
 
-// The pictures, sounds and videos of one package, each stored once by content. An image added
+// The pictures, sounds and videos of one presentation, each stored once by content. An image added
 // but not yet shown anywhere is held in memory: an image part needs a part that refers to it,
 // so it is made when a picture, fill or bullet first uses it. Sounds and videos are package-level
 // media parts and are stored at once.
@@ -19,8 +18,6 @@ internal sealed class MediaStore
 {
     internal const string SvgExtensionUri = "{96DAC541-7B7A-43D3-8B79-37D633B846F1}";
     private const string R = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
-
-    private static readonly ConditionalWeakTable<OpenXmlPackage, MediaStore> Stores = new();
 
     private readonly PresentationDocument _package;
     private readonly Dictionary<OpenXmlPart, PPImage> _views = new(ReferenceEqualityComparer.Instance);
@@ -32,15 +29,12 @@ internal sealed class MediaStore
     private readonly HashSet<DataPart> _hashedMedia = new(ReferenceEqualityComparer.Instance);
     private bool _svgScanned;
 
-    private MediaStore(PresentationDocument package)
+    // Made by the DocumentState of the presentation that owns the package: reach a store
+    // through DocumentState.Of(part).Media.
+    internal MediaStore(PresentationDocument package)
     {
         _package = package;
     }
-
-    internal static MediaStore Of(OpenXmlPackage package) =>
-        Stores.GetValue(package, p => new MediaStore((PresentationDocument)p));
-
-    internal static MediaStore Of(OpenXmlPart part) => Of(part.OpenXmlPackage);
 
     // --- images ------------------------------------------------------------------------
 
@@ -328,6 +322,42 @@ internal sealed class MediaStore
             }
         }
     }
+
+    // --- copies from another presentation -------------------------------------------
+
+    /// <summary>
+    /// Relates <paramref name="source"/>, an image of another package, to <paramref name="target"/>
+    /// (under <paramref name="relId"/> when given) and gives back the relationship id: an equal
+    /// image of this store is used instead of a copy.
+    /// </summary>
+    internal string ImportImage(OpenXmlPart target, ImagePart source, string? relId = null)
+    {
+        string hash;
+        using (var stream = source.GetStream(FileMode.Open, FileAccess.Read))
+            hash = Hash(stream);
+        var index = ImagesByHash();
+        if (!index.ContainsKey(hash))
+            IndexNewParts(index);
+        if (index.TryGetValue(hash, out var existing) && existing.ContentType == source.ContentType && existing.Part is { } part && Alive(part))
+        {
+            if (relId == null)
+                return Relate(target, existing);
+            target.AddPart(part, relId);
+            return relId;
+        }
+        // Copying across packages makes a new part with a free name in this package.
+        var copy = relId == null ? target.AddPart(source) : target.AddPart(source, relId);
+        _hashed.Add(copy);
+        // An image added here but not shown yet keeps its bytes of its own (an SVG's rendition
+        // is drawn here, the copy brings the source's), so only a stored image is shared.
+        if (existing == null || existing.Part != null)
+            index[hash] = ViewOf(copy);
+        return target.GetIdOfPart(copy);
+    }
+
+    /// <summary>The media part of this package holding the bytes of <paramref name="source"/>, a media part of another package.</summary>
+    internal MediaDataPart ImportMedia(DataPart source) =>
+        AddMedia(Read(source.GetStream(FileMode.Open, FileAccess.Read)), source.ContentType);
 
     // --- sounds and videos ------------------------------------------------------------
 

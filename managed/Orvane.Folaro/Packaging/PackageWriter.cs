@@ -13,7 +13,24 @@ namespace Orvane.Folaro;
 // macro-free, and keeps only the chosen slides when a subset is asked for.
 internal static class PackageWriter
 {
-    internal static void Write(Presentation owner, Stream target, int[]? slides, SaveFormat format)
+    // Writes to memory first: a failed save must not leave a truncated file behind.
+    internal static void WriteFile(Presentation owner, string fname, int[]? slides, SaveFormat format)
+    {
+        ArgumentNullException.ThrowIfNull(fname);
+        owner.CheckOpen();
+        using var buffer = new MemoryStream();
+        Write(owner, buffer, slides, format);
+        File.WriteAllBytes(fname, buffer.ToArray());
+    }
+
+    internal static void WriteStream(Presentation owner, Stream stream, int[]? slides, SaveFormat format)
+    {
+        ArgumentNullException.ThrowIfNull(stream);
+        owner.CheckOpen();
+        Write(owner, stream, slides, format);
+    }
+
+    private static void Write(Presentation owner, Stream target, int[]? slides, SaveFormat format)
     {
         var type = SaveFormats.DocumentTypeOf(format);
         var keep = slides == null ? null : CheckSlideNumbers(slides, owner.SlideList.Count);

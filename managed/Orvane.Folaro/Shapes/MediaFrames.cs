@@ -37,16 +37,8 @@ public sealed class AudioFrame : PictureFrame, IAudioFrame
 
     public IAudio? EmbeddedAudio
     {
-        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? AudioCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
-        set
-        {
-            ArgumentNullException.ThrowIfNull(value);
-            var store = MediaStore.Of(SlideView.PartBase);
-            var part = value is Audio own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
-                ? own.Part
-                : (MediaDataPart)((Audio)new AudioCollection(store).AddAudio(value.BinaryData)).Part;
-            MediaFrameMarkup.Embed(Element, SlideView.PartBase, part, audio: true, Context.Where);
-        }
+        get => Sounds().EmbeddedIn(Element, SlideView.PartBase);
+        set => Sounds().Embed(Element, SlideView.PartBase, value, Context.Where);
     }
 
     public string LinkPathLong
@@ -56,6 +48,8 @@ public sealed class AudioFrame : PictureFrame, IAudioFrame
     }
 
     IPictureFrame IAudioFrame.AsIPictureFrame => this;
+
+    private MediaList<IAudio> Sounds() => MediaLists.Audios(DocumentState.Of(SlideView.PartBase).Media);
 }
 
 public sealed class VideoFrame : PictureFrame, IVideoFrame
@@ -66,16 +60,8 @@ public sealed class VideoFrame : PictureFrame, IVideoFrame
 
     public IVideo? EmbeddedVideo
     {
-        get => MediaFrameMarkup.Embedded(Element, SlideView.PartBase) is { } part ? VideoCollection.View(MediaStore.Of(part.OpenXmlPackage), part) : null;
-        set
-        {
-            ArgumentNullException.ThrowIfNull(value);
-            var store = MediaStore.Of(SlideView.PartBase);
-            var part = value is Video own && MediaStore.Alive(own.Part) && ReferenceEquals(own.Part.OpenXmlPackage, SlideView.PartBase.OpenXmlPackage)
-                ? own.Part
-                : (MediaDataPart)((Video)new VideoCollection(store).AddVideo(value.BinaryData)).Part;
-            MediaFrameMarkup.Embed(Element, SlideView.PartBase, part, audio: false, Context.Where);
-        }
+        get => Videos().EmbeddedIn(Element, SlideView.PartBase);
+        set => Videos().Embed(Element, SlideView.PartBase, value, Context.Where);
     }
 
     public string LinkPathLong
@@ -85,4 +71,6 @@ public sealed class VideoFrame : PictureFrame, IVideoFrame
     }
 
     IPictureFrame IVideoFrame.AsIPictureFrame => this;
+
+    private MediaList<IVideo> Videos() => MediaLists.Videos(DocumentState.Of(SlideView.PartBase).Media);
 }

@@ -252,7 +252,7 @@ public sealed partial class ShapeCollection : IShapeCollection
             fill(frame);
             if (frame is not (AudioFrame or VideoFrame))
                 return frame;
-            frame.PictureFormat.Picture.Image = MediaStore.Of(_slide.PartBase).AddImage(MediaFrameMarkup.DefaultPoster(frame is AudioFrame), "poster");
+            frame.PictureFormat.Picture.Image = DocumentState.Of(_slide.PartBase).Media.AddImage(MediaFrameMarkup.DefaultPoster(frame is AudioFrame), "poster");
         }
         catch
         {

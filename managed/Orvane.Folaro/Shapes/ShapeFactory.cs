@@ -102,6 +102,9 @@ internal static class ShapeFactory
             // A jump to another slide has no meaning outside its own presentation.
             if (part is SlidePart && !ReferenceEquals(part.OpenXmlPackage, target.OpenXmlPackage))
                 return null;
+            // A picture of another package is stored once per content, as media are.
+            if (part is ImagePart image && !ReferenceEquals(part.OpenXmlPackage, target.OpenXmlPackage))
+                return DocumentState.Of(target).Media.ImportImage(target, image);
             var existing = target.Parts.FirstOrDefault(p => ReferenceEquals(p.OpenXmlPart, part));
             if (existing.OpenXmlPart != null)
                 return existing.RelationshipId;
@@ -117,7 +120,7 @@ internal static class ShapeFactory
             // Media of another package is copied in, once per content.
             var media = ReferenceEquals(sourceMedia.OpenXmlPackage, target.OpenXmlPackage)
                 ? sourceMedia
-                : MediaStore.Of(target.OpenXmlPackage).AddMedia(MediaStore.Read(sourceMedia.GetStream(System.IO.FileMode.Open, System.IO.FileAccess.Read)), sourceMedia.ContentType);
+                : DocumentState.Of(target).Media.ImportMedia(sourceMedia);
             return data switch
             {
                 AudioReferenceRelationship => slide.AddAudioReferenceRelationship(media).Id,

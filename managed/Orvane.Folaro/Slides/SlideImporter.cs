@@ -20,7 +20,7 @@ internal static class SlideImporter
     {
         var layout = LayoutFor(target, source.SlideLayoutPart
             ?? throw new PptxEditException($"part '{source.Uri}': the slide to clone has no layout"));
-        var media = MediaIndex.Of((PresentationDocument)target.OpenXmlPackage);
+        var media = DocumentState.Of(target).Media;
         var copy = target.AddNewPart<SlidePart>();
         copy.Slide = (P.Slide)source.Slide.CloneNode(true);
         foreach (var pair in source.Parts.ToList())
@@ -34,7 +34,7 @@ internal static class SlideImporter
                     ImportNotes(target, notes, copy, pair.RelationshipId, media);
                     break;
                 case ImagePart image:
-                    media.AddImage(copy, image, pair.RelationshipId);
+                    media.ImportImage(copy, image, pair.RelationshipId);
                     break;
                 case SlidePart:
                     // A jump to another slide of the source deck has nowhere to point here.
@@ -51,7 +51,7 @@ internal static class SlideImporter
                     break;
             }
         }
-        CopyLinks(source, copy, target.OpenXmlPackage, media);
+        CopyLinks(source, copy, media);
         return copy;
     }
 
@@ -111,7 +111,7 @@ internal static class SlideImporter
         return master;
     }
 
-    private static void ImportNotes(PresentationPart target, NotesSlidePart source, SlidePart newSlide, string relId, MediaIndex media)
+    private static void ImportNotes(PresentationPart target, NotesSlidePart source, SlidePart newSlide, string relId, MediaStore media)
     {
         var notesMaster = target.NotesMasterPart;
         if (notesMaster == null && source.NotesMasterPart is { } sourceMaster)
@@ -133,14 +133,14 @@ internal static class SlideImporter
                     copy.AddPart(newSlide, pair.RelationshipId);
                     break;
                 case ImagePart image:
-                    media.AddImage(copy, image, pair.RelationshipId);
+                    media.ImportImage(copy, image, pair.RelationshipId);
                     break;
                 default:
                     CopyPart(copy, pair.OpenXmlPart, pair.RelationshipId);
                     break;
             }
         }
-        CopyLinks(source, copy, target.OpenXmlPackage, media);
+        CopyLinks(source, copy, media);
     }
 
     private static void DropLinks(OpenXmlElement root, string relId)
@@ -155,7 +155,7 @@ internal static class SlideImporter
 
     // Hyperlinks and external targets keep their ids; media referenced by data-part
     // relationships are copied into the target package unless it holds the same bytes.
-    private static void CopyLinks(OpenXmlPart source, OpenXmlPart target, OpenXmlPackage package, MediaIndex media)
+    private static void CopyLinks(OpenXmlPart source, OpenXmlPart target, MediaStore media)
     {
         foreach (var link in source.HyperlinkRelationships)
             target.AddHyperlinkRelationship(link.Uri, link.IsExternal, link.Id);
@@ -165,7 +165,7 @@ internal static class SlideImporter
             return;
         foreach (var reference in source.DataPartReferenceRelationships)
         {
-            var data = (MediaDataPart)media.MediaFor((PresentationDocument)package, reference.DataPart);
+            var data = media.ImportMedia(reference.DataPart);
             switch (reference)
             {
                 case AudioReferenceRelationship:

@@ -21,31 +21,18 @@ public interface IColumn : IEnumerable<ICell>
 
 public sealed class Column : IColumn
 {
-    private readonly Table _table;
+    private readonly TableLineCells _cells;
 
     internal Column(Table table, OpenXmlElement element)
     {
-        _table = table;
-        Element = element;
+        _cells = new TableLineCells(table, element, row: false);
     }
 
-    internal OpenXmlElement Element { get; }
+    internal OpenXmlElement Element => _cells.Element;
 
-    public int Count => TableGrid.RowsOf(_table.Tbl).Count();
+    public int Count => _cells.Count;
 
-    public ICell this[int rowIndex]
-    {
-        get
-        {
-            int column = Index();
-            var row = rowIndex < 0 ? null : TableGrid.RowsOf(_table.Tbl).ElementAtOrDefault(rowIndex);
-            if (row == null)
-                throw new ArgumentOutOfRangeException(nameof(rowIndex), rowIndex, $"Column[rowIndex]: index must be in [0, {Count})");
-            var cell = TableGrid.CellsOf(row).ElementAtOrDefault(column)
-                ?? throw new PptxEditException($"{_table.Where}: row {rowIndex} has no cell in column {column}");
-            return _table.CellView(cell);
-        }
-    }
+    public ICell this[int rowIndex] => _cells.At(rowIndex, nameof(rowIndex));
 
     public double Width
     {
@@ -54,31 +41,15 @@ public sealed class Column : IColumn
         {
             long w = TableCells.Length(value, nameof(value), "Column.Width");
             ElementOrder.SetAttr(Element, "w", ElementOrder.Text(w));
-            if (Element.Parent != null)
-                _table.FitFrame();
+            _cells.Resized();
         }
     }
 
-    public IEnumerator<ICell> GetEnumerator()
-    {
-        int column = Index();
-        return TableGrid.RowsOf(_table.Tbl)
-            .Select(r => TableGrid.CellsOf(r).ElementAtOrDefault(column))
-            .Where(c => c != null)
-            .Select(c => (ICell)_table.CellView(c!))
-            .ToList()
-            .GetEnumerator();
-    }
+    public IEnumerator<ICell> GetEnumerator() => _cells.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
     IEnumerable<ICell> IColumn.AsIEnumerable => this;
 
     public override string ToString() => $"Column [{Width} pt]";
-
-    private int Index()
-    {
-        int index = TableGrid.GridColumnsOf(_table.Tbl).ToList().IndexOf(Element);
-        return index >= 0 ? index : throw new PptxEditException($"{_table.Where}: the column was removed from its table");
-    }
 }

@@ -42,85 +42,34 @@ public interface IColumnCollection : IEnumerable<IColumn>
 
 public sealed class ColumnCollection : IColumnCollection
 {
-    private readonly Table _table;
+    private readonly TableLines<IColumn> _lines;
 
     internal ColumnCollection(Table table)
     {
-        _table = table;
+        _lines = new TableLines<IColumn>(table, rows: false, table.ColumnView, c => (c as Column)?.Element);
     }
 
-    public int Count => TableGrid.GridColumnsOf(_table.Tbl).Count();
+    public int Count => _lines.Count;
 
-    public IColumn this[int index]
-    {
-        get
-        {
-            var columns = TableGrid.GridColumnsOf(_table.Tbl).ToList();
-            Indexes.Check(index, columns.Count, "ColumnCollection[index]");
-            return _table.ColumnView(columns[index]);
-        }
-    }
+    public IColumn this[int index] => _lines.At(index);
 
-    public int IndexOf(IColumn column) =>
-        column is Column own ? TableGrid.GridColumnsOf(_table.Tbl).ToList().IndexOf(own.Element) : -1;
+    public int IndexOf(IColumn column) => _lines.IndexOf(column);
 
-    public IColumn Add(double width) => Insert(Count, width);
+    public IColumn Add(double width) => _lines.Insert(_lines.Count, width);
 
-    public IColumn Insert(int index, double width)
-    {
-        long w = TableCells.Length(width, nameof(width), "ColumnCollection.Insert");
-        var grid = _table.Grid("ColumnCollection.Insert");
-        Indexes.CheckPlace(index, grid.Columns.Count, "ColumnCollection.Insert");
-        if (grid.Columns.Count == 0)
-            throw new PptxEditException($"{_table.Where}: ColumnCollection.Insert: the table has no column to take a format from");
-        int template = Math.Max(0, index - 1);
-        var copy = TableCells.CopyLine(grid.Columns[template], c => c);
-        ElementOrder.SetAttr(copy, "w", ElementOrder.Text(w));
-        return Place(grid, index, template, copy, keepText: false);
-    }
+    public IColumn Insert(int index, double width) => _lines.Insert(index, width);
 
-    public IColumn AddClone(IColumn column) => InsertClone(Count, column);
+    public IColumn AddClone(IColumn column) => _lines.InsertClone(_lines.Count, column);
 
-    public IColumn InsertClone(int index, IColumn column)
-    {
-        var grid = _table.Grid("ColumnCollection.InsertClone");
-        Indexes.CheckPlace(index, grid.Columns.Count, "ColumnCollection.InsertClone");
-        int template = grid.Columns.IndexOf(Own(column, "InsertClone"));
-        var copy = TableCells.CopyLine(grid.Columns[template], c => c);
-        return Place(grid, index, template, copy, keepText: true);
-    }
+    public IColumn InsertClone(int index, IColumn column) => _lines.InsertClone(index, column);
 
-    public void RemoveAt(int index)
-    {
-        var grid = _table.Grid("ColumnCollection.RemoveAt");
-        Indexes.Check(index, grid.Columns.Count, "ColumnCollection.RemoveAt");
-        if (grid.Columns.Count == 1)
-            throw new PptxEditException($"{_table.Where}: ColumnCollection.RemoveAt: a table keeps at least one column; remove the table shape instead");
-        grid.RemoveColumn(index);
-        _table.FitFrame();
-    }
+    public void RemoveAt(int index) => _lines.RemoveAt(index);
 
-    public void Remove(IColumn column) => RemoveAt(TableGrid.GridColumnsOf(_table.Tbl).ToList().IndexOf(Own(column, "Remove")));
+    public void Remove(IColumn column) => _lines.Remove(column);
 
-    public IEnumerator<IColumn> GetEnumerator() =>
-        TableGrid.GridColumnsOf(_table.Tbl).ToList().Select(c => (IColumn)_table.ColumnView(c)).GetEnumerator();
+    public IEnumerator<IColumn> GetEnumerator() => _lines.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
     IEnumerable<IColumn> IColumnCollection.AsIEnumerable => this;
-
-    private IColumn Place(TableGrid grid, int index, int template, OpenXmlElement copy, bool keepText)
-    {
-        grid.InsertColumn(index, template, copy, tc => TableCells.CopyCell(tc, keepText), spreadSingles: false);
-        _table.FitFrame();
-        return _table.ColumnView(copy);
-    }
-
-    private OpenXmlElement Own(IColumn column, string member)
-    {
-        ArgumentNullException.ThrowIfNull(column);
-        if (column is Column own && ReferenceEquals(own.Element.Parent?.Parent, _table.Tbl))
-            return own.Element;
-        throw new ArgumentException($"{_table.Where}: ColumnCollection.{member}: the column is not a column of this table", nameof(column));
-    }
 }

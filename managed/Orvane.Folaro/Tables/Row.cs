@@ -24,28 +24,18 @@ public interface IRow : IEnumerable<ICell>
 
 public sealed class Row : IRow
 {
-    private readonly Table _table;
+    private readonly TableLineCells _cells;
 
     internal Row(Table table, OpenXmlElement element)
     {
-        _table = table;
-        Element = element;
+        _cells = new TableLineCells(table, element, row: true);
     }
 
-    internal OpenXmlElement Element { get; }
+    internal OpenXmlElement Element => _cells.Element;
 
-    public int Count => TableGrid.CellsOf(Element).Count();
+    public int Count => _cells.Count;
 
-    public ICell this[int columnIndex]
-    {
-        get
-        {
-            var cell = columnIndex < 0 ? null : TableGrid.CellsOf(Element).ElementAtOrDefault(columnIndex);
-            if (cell == null)
-                throw new ArgumentOutOfRangeException(nameof(columnIndex), columnIndex, $"Row[columnIndex]: index must be in [0, {Count})");
-            return _table.CellView(cell);
-        }
-    }
+    public ICell this[int columnIndex] => _cells.At(columnIndex, nameof(columnIndex));
 
     public double Height => TableCells.Points(ElementOrder.Long(Element, "h") ?? 0);
 
@@ -57,12 +47,11 @@ public sealed class Row : IRow
             if (!(value >= 0 && value <= 100_000))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "Row.MinimalHeight must be between 0 and 100,000 points");
             ElementOrder.SetAttr(Element, "h", ElementOrder.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
-            if (Element.Parent != null)
-                _table.FitFrame();
+            _cells.Resized();
         }
     }
 
-    public IEnumerator<ICell> GetEnumerator() => TableGrid.CellsOf(Element).ToList().Select(c => (ICell)_table.CellView(c)).GetEnumerator();
+    public IEnumerator<ICell> GetEnumerator() => _cells.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 

@@ -42,85 +42,34 @@ public interface IRowCollection : IEnumerable<IRow>
 
 public sealed class RowCollection : IRowCollection
 {
-    private readonly Table _table;
+    private readonly TableLines<IRow> _lines;
 
     internal RowCollection(Table table)
     {
-        _table = table;
+        _lines = new TableLines<IRow>(table, rows: true, table.RowView, r => (r as Row)?.Element);
     }
 
-    public int Count => TableGrid.RowsOf(_table.Tbl).Count();
+    public int Count => _lines.Count;
 
-    public IRow this[int index]
-    {
-        get
-        {
-            var rows = TableGrid.RowsOf(_table.Tbl).ToList();
-            Indexes.Check(index, rows.Count, "RowCollection[index]");
-            return _table.RowView(rows[index]);
-        }
-    }
+    public IRow this[int index] => _lines.At(index);
 
-    public int IndexOf(IRow row) =>
-        row is Row own ? TableGrid.RowsOf(_table.Tbl).ToList().IndexOf(own.Element) : -1;
+    public int IndexOf(IRow row) => _lines.IndexOf(row);
 
-    public IRow Add(double height) => Insert(Count, height);
+    public IRow Add(double height) => _lines.Insert(_lines.Count, height);
 
-    public IRow Insert(int index, double height)
-    {
-        long h = TableCells.Length(height, nameof(height), "RowCollection.Insert");
-        var grid = _table.Grid("RowCollection.Insert");
-        Indexes.CheckPlace(index, grid.Rows.Count, "RowCollection.Insert");
-        int template = Math.Max(0, index - 1);
-        // A table without rows gets a plain one.
-        var copy = grid.Rows.Count == 0
-            ? new DocumentFormat.OpenXml.Drawing.TableRow(grid.Columns.Select(_ => TableCells.NewCell()))
-            : TableCells.CopyLine(grid.Rows[template], tc => TableCells.CopyCell(tc, keepText: false));
-        ElementOrder.SetAttr(copy, "h", ElementOrder.Text(h));
-        return Place(grid, index, template, copy);
-    }
+    public IRow Insert(int index, double height) => _lines.Insert(index, height);
 
-    public IRow AddClone(IRow row) => InsertClone(Count, row);
+    public IRow AddClone(IRow row) => _lines.InsertClone(_lines.Count, row);
 
-    public IRow InsertClone(int index, IRow row)
-    {
-        var grid = _table.Grid("RowCollection.InsertClone");
-        Indexes.CheckPlace(index, grid.Rows.Count, "RowCollection.InsertClone");
-        int template = grid.Rows.IndexOf(Own(row, "InsertClone"));
-        var copy = TableCells.CopyLine(grid.Rows[template], tc => TableCells.CopyCell(tc, keepText: true));
-        return Place(grid, index, template, copy);
-    }
+    public IRow InsertClone(int index, IRow row) => _lines.InsertClone(index, row);
 
-    public void RemoveAt(int index)
-    {
-        var grid = _table.Grid("RowCollection.RemoveAt");
-        Indexes.Check(index, grid.Rows.Count, "RowCollection.RemoveAt");
-        if (grid.Rows.Count == 1)
-            throw new PptxEditException($"{_table.Where}: RowCollection.RemoveAt: a table keeps at least one row; remove the table shape instead");
-        grid.RemoveRow(index);
-        _table.FitFrame();
-    }
+    public void RemoveAt(int index) => _lines.RemoveAt(index);
 
-    public void Remove(IRow row) => RemoveAt(TableGrid.RowsOf(_table.Tbl).ToList().IndexOf(Own(row, "Remove")));
+    public void Remove(IRow row) => _lines.Remove(row);
 
-    public IEnumerator<IRow> GetEnumerator() => TableGrid.RowsOf(_table.Tbl).ToList().Select(r => (IRow)_table.RowView(r)).GetEnumerator();
+    public IEnumerator<IRow> GetEnumerator() => _lines.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
     IEnumerable<IRow> IRowCollection.AsIEnumerable => this;
-
-    private IRow Place(TableGrid grid, int index, int template, OpenXmlElement copy)
-    {
-        grid.InsertRow(index, template, copy);
-        _table.FitFrame();
-        return _table.RowView(copy);
-    }
-
-    private OpenXmlElement Own(IRow row, string member)
-    {
-        ArgumentNullException.ThrowIfNull(row);
-        if (row is Row own && ReferenceEquals(own.Element.Parent, _table.Tbl))
-            return own.Element;
-        throw new ArgumentException($"{_table.Where}: RowCollection.{member}: the row is not a row of this table", nameof(row));
-    }
 }

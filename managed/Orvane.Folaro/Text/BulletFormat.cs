@@ -193,7 +193,7 @@ public sealed class BulletFormat : IBulletFormat
     {
         ArgumentNullException.ThrowIfNull(imageData);
         var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a bullet picture");
-        SetPicture(MediaStore.Of(part).AddImage(imageData, "BulletFormat.SetPicture"));
+        SetPicture(DocumentState.Of(part).Media.AddImage(imageData, "BulletFormat.SetPicture"));
     }
 
     public void SetPicture(IPPImage image)
@@ -201,7 +201,7 @@ public sealed class BulletFormat : IBulletFormat
         ArgumentNullException.ThrowIfNull(image);
         var part = _context.Part ?? throw new PptxEditException($"{_context.Where}: there is no part to hold a bullet picture");
         var blip = new A.Blip();
-        MediaStore.Of(part).SetBlip(blip, part, image, "BulletFormat.SetPicture");
+        DocumentState.Of(part).Media.SetBlip(blip, part, image, "BulletFormat.SetPicture");
         Store(new A.PictureBullet(blip));
     }
 

@@ -7,6 +7,13 @@ namespace Orvane.Folaro;
 // Text-run edits done directly on DrawingML paragraphs.
 internal static class TextRuns
 {
+    /// <summary>Joins the runs of every slide of the presentation.</summary>
+    internal static void JoinAll(Presentation owner)
+    {
+        foreach (var slide in owner.SlideList)
+            Join(((Slide)slide).Part.Slide);
+    }
+
     // Merges each run into the previous one when both are plain runs with equal properties.
     internal static void Join(OpenXmlElement root)
     {

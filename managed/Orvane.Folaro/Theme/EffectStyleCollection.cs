@@ -1,7 +1,6 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
-using System.Linq;
 using DocumentFormat.OpenXml;
 
 namespace Orvane.Folaro.Theme;
@@ -18,31 +17,20 @@ public interface IEffectStyleCollection : IEnumerable<IEffectStyle>
 
 public sealed class EffectStyleCollection : IEffectStyleCollection
 {
-    private readonly Func<OpenXmlElement?> _list;
+    private readonly ThemeStyleList<IEffectStyle> _styles;
 
     internal EffectStyleCollection(Func<OpenXmlElement?> list)
     {
-        _list = list;
+        _styles = new(list, c => c.LocalName == "effectStyle", (e, _) => new EffectStyle(e), nameof(EffectStyleCollection));
     }
 
-    public int Count => Items().Count;
+    public int Count => _styles.Count;
 
-    public IEffectStyle this[int index]
-    {
-        get
-        {
-            var items = Items();
-            Indexes.Check(index, items.Count, "EffectStyleCollection[index]");
-            return new EffectStyle(items[index]);
-        }
-    }
+    public IEffectStyle this[int index] => _styles.At(index);
 
     IEnumerable<IEffectStyle> IEffectStyleCollection.AsIEnumerable => this;
 
-    public IEnumerator<IEffectStyle> GetEnumerator() => Items().Select(e => (IEffectStyle)new EffectStyle(e)).GetEnumerator();
+    public IEnumerator<IEffectStyle> GetEnumerator() => _styles.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
-
-    private List<OpenXmlElement> Items() =>
-        _list() is { } list ? list.ChildElements.Where(c => c.LocalName == "effectStyle").ToList() : new List<OpenXmlElement>();
 }

@@ -1,7 +1,6 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
-using System.Linq;
 using DocumentFormat.OpenXml;
 
 namespace Orvane.Folaro.Theme;
@@ -18,38 +17,22 @@ public interface IFillFormatCollection : IEnumerable<IFillFormat>
 
 public sealed class FillFormatCollection : IFillFormatCollection
 {
-    private readonly Func<OpenXmlElement?> _list;
-    private readonly FormatContext _context;
-    private readonly string _what;
+    private readonly ThemeStyleList<IFillFormat> _styles;
 
     internal FillFormatCollection(Func<OpenXmlElement?> list, FormatContext context, string what)
     {
-        _list = list;
-        _context = context;
-        _what = what;
+        _styles = new(list, c => Array.IndexOf(ElementOrder.Fills, c.LocalName) >= 0,
+            (fill, index) => FillFormat.Fixed(fill, new FormatContext(context.Part, $"{context.Where}, {what} {index + 1}")),
+            nameof(FillFormatCollection));
     }
 
-    public int Count => Items().Count;
+    public int Count => _styles.Count;
 
-    public IFillFormat this[int index]
-    {
-        get
-        {
-            var items = Items();
-            Indexes.Check(index, items.Count, "FillFormatCollection[index]");
-            return View(items[index], index);
-        }
-    }
+    public IFillFormat this[int index] => _styles.At(index);
 
     IEnumerable<IFillFormat> IFillFormatCollection.AsIEnumerable => this;
 
-    public IEnumerator<IFillFormat> GetEnumerator() => Items().Select(View).GetEnumerator();
+    public IEnumerator<IFillFormat> GetEnumerator() => _styles.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
-
-    private IFillFormat View(OpenXmlElement fill, int index) =>
-        FillFormat.Fixed(fill, new FormatContext(_context.Part, $"{_context.Where}, {_what} {index + 1}"));
-
-    private List<OpenXmlElement> Items() =>
-        _list() is { } list ? list.ChildElements.Where(c => Array.IndexOf(ElementOrder.Fills, c.LocalName) >= 0).ToList() : new List<OpenXmlElement>();
 }

@@ -1,7 +1,6 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
-using System.Linq;
 using DocumentFormat.OpenXml;
 
 namespace Orvane.Folaro.Theme;
@@ -18,36 +17,22 @@ public interface ILineFormatCollection : IEnumerable<ILineFormat>
 
 public sealed class LineFormatCollection : ILineFormatCollection
 {
-    private readonly Func<OpenXmlElement?> _list;
-    private readonly FormatContext _context;
+    private readonly ThemeStyleList<ILineFormat> _styles;
 
     internal LineFormatCollection(Func<OpenXmlElement?> list, FormatContext context)
     {
-        _list = list;
-        _context = context;
+        _styles = new(list, c => c.LocalName == "ln",
+            (line, index) => new LineFormat(_ => line, new FormatContext(context.Part, $"{context.Where}, line style {index + 1}")),
+            nameof(LineFormatCollection));
     }
 
-    public int Count => Items().Count;
+    public int Count => _styles.Count;
 
-    public ILineFormat this[int index]
-    {
-        get
-        {
-            var items = Items();
-            Indexes.Check(index, items.Count, "LineFormatCollection[index]");
-            return View(items[index], index);
-        }
-    }
+    public ILineFormat this[int index] => _styles.At(index);
 
     IEnumerable<ILineFormat> ILineFormatCollection.AsIEnumerable => this;
 
-    public IEnumerator<ILineFormat> GetEnumerator() => Items().Select(View).GetEnumerator();
+    public IEnumerator<ILineFormat> GetEnumerator() => _styles.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
-
-    private ILineFormat View(OpenXmlElement line, int index) =>
-        new LineFormat(_ => line, new FormatContext(_context.Part, $"{_context.Where}, line style {index + 1}"));
-
-    private List<OpenXmlElement> Items() =>
-        _list() is { } list ? list.ChildElements.Where(c => c.LocalName == "ln").ToList() : new List<OpenXmlElement>();
 }

@@ -1,7 +1,6 @@
 using System;
 using System.Collections;
 using System.Collections.Generic;
-using System.Linq;
 
 namespace Orvane.Folaro.Vba;
 
@@ -21,33 +20,27 @@ public interface IVbaModuleCollection : IEnumerable<IVbaModule>
 
 public sealed class VbaModuleCollection : IVbaModuleCollection
 {
-    private readonly List<VbaModule> _items = new();
+    private readonly VbaItemList<VbaModule> _modules = new(nameof(VbaModuleCollection), "module");
 
     internal VbaModuleCollection()
     {
     }
 
-    public int Count => _items.Count;
+    public int Count => _modules.Count;
 
-    public IVbaModule this[int index] => Indexes.At(_items, index, "VbaModuleCollection[index]");
+    public IVbaModule this[int index] => _modules.At(index);
 
     public IVbaModule AddEmptyModule(string name)
     {
         ArgumentException.ThrowIfNullOrEmpty(name);
-        if (_items.Any(m => string.Equals(m.Name, name, StringComparison.OrdinalIgnoreCase)))
+        if (_modules.Any(m => string.Equals(m.Name, name, StringComparison.OrdinalIgnoreCase)))
             throw new ArgumentException($"VbaModuleCollection.AddEmptyModule: a module named '{name}' already exists", nameof(name));
-        var module = new VbaModule(name);
-        _items.Add(module);
-        return module;
+        return _modules.Add(new VbaModule(name));
     }
 
-    public void Remove(IVbaModule value)
-    {
-        if (value is not VbaModule module || !_items.Remove(module))
-            throw new ArgumentException("VbaModuleCollection.Remove: the module is not in this project", nameof(value));
-    }
+    public void Remove(IVbaModule value) => _modules.Remove(value as VbaModule);
 
-    public IEnumerator<IVbaModule> GetEnumerator() => _items.GetEnumerator();
+    public IEnumerator<IVbaModule> GetEnumerator() => _modules.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 

@@ -19,29 +19,25 @@ public interface IVbaReferenceCollection : IEnumerable<IVbaReference>
 
 public sealed class VbaReferenceCollection : IVbaReferenceCollection
 {
-    private readonly List<IVbaReference> _items = new();
+    private readonly VbaItemList<IVbaReference> _references = new(nameof(VbaReferenceCollection), "reference");
 
     internal VbaReferenceCollection()
     {
     }
 
-    public int Count => _items.Count;
+    public int Count => _references.Count;
 
-    public IVbaReference this[int index] => Indexes.At(_items, index, "VbaReferenceCollection[index]");
+    public IVbaReference this[int index] => _references.At(index);
 
     public void Add(IVbaReference value)
     {
         ArgumentNullException.ThrowIfNull(value);
-        _items.Add(value);
+        _references.Add(value);
     }
 
-    public void Remove(IVbaReference value)
-    {
-        if (!_items.Remove(value))
-            throw new ArgumentException("VbaReferenceCollection.Remove: the reference is not in this project", nameof(value));
-    }
+    public void Remove(IVbaReference value) => _references.Remove(value);
 
-    public IEnumerator<IVbaReference> GetEnumerator() => _items.GetEnumerator();
+    public IEnumerator<IVbaReference> GetEnumerator() => _references.GetEnumerator();
 
     IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
