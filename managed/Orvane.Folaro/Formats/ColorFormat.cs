@@ -110,7 +110,7 @@ public sealed class ColorFormat : IColorFormat
 
     public SchemeColor SchemeColor
     {
-        get => Element(false) is { LocalName: "schemeClr" } e ? (SchemeColor)Array.IndexOf(SchemeNames, ElementOrder.Attr(e, "val")) : SchemeColor.NotDefined;
+        get => Element(false) is { LocalName: "schemeClr" } e ? (SchemeColor)Array.IndexOf(SchemeNames, AttributeAccess.Attr(e, "val")) : SchemeColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
@@ -121,7 +121,7 @@ public sealed class ColorFormat : IColorFormat
 
     public PresetColor PresetColor
     {
-        get => Element(false) is { LocalName: "prstClr" } e ? (PresetColor)Array.IndexOf(XmlValues.PresetColor, ElementOrder.Attr(e, "val")) : PresetColor.NotDefined;
+        get => Element(false) is { LocalName: "prstClr" } e ? (PresetColor)Array.IndexOf(XmlValues.PresetColor, AttributeAccess.Attr(e, "val")) : PresetColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
@@ -132,7 +132,7 @@ public sealed class ColorFormat : IColorFormat
 
     public SystemColor SystemColor
     {
-        get => Element(false) is { LocalName: "sysClr" } e ? (SystemColor)Array.IndexOf(XmlValues.SystemColor, ElementOrder.Attr(e, "val")) : SystemColor.NotDefined;
+        get => Element(false) is { LocalName: "sysClr" } e ? (SystemColor)Array.IndexOf(XmlValues.SystemColor, AttributeAccess.Attr(e, "val")) : SystemColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
@@ -169,14 +169,14 @@ public sealed class ColorFormat : IColorFormat
     private OpenXmlElement? Element(bool create)
     {
         var holder = _holder(create);
-        return holder == null ? null : ElementOrder.FirstOf(holder, ColorMath.ColorElements);
+        return holder == null ? null : SchemaOrder.FirstOf(holder, ColorMath.ColorElements);
     }
 
     // A holder has exactly one colour element, first.
     private void Store(OpenXmlElement made)
     {
         var holder = _holder(true) ?? throw new PptxEditException($"{_context.Where}: there is no place for a colour");
-        var old = ElementOrder.FirstOf(holder, ColorMath.ColorElements);
+        var old = SchemaOrder.FirstOf(holder, ColorMath.ColorElements);
         if (old != null)
         {
             old.InsertBeforeSelf(made);

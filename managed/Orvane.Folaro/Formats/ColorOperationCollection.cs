@@ -162,7 +162,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
         public float Parameter
         {
             get => !HasValue(OperationType) ? float.NaN
-                : ElementOrder.Long(Element, "val") is long v ? (float)(IsAngle ? v / 60000.0 : v / 100000.0) : float.NaN;
+                : AttributeAccess.Long(Element, "val") is long v ? (float)(IsAngle ? v / 60000.0 : v / 100000.0) : float.NaN;
             set
             {
                 if (!HasValue(OperationType))
@@ -176,7 +176,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
                 if (nonNegative && value < 0)
                     throw new ArgumentOutOfRangeException(nameof(value), value, $"ColorOperation.Parameter: the {OperationType} parameter must not be negative");
                 long raw = (long)Math.Round(IsAngle ? value * 60000.0 : value * 100000.0);
-                ElementOrder.SetAttr(Element, "val", ElementOrder.Text(raw));
+                AttributeAccess.SetAttr(Element, "val", AttributeAccess.Text(raw));
             }
         }
 

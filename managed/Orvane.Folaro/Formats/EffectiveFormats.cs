@@ -77,13 +77,13 @@ internal static class EffectiveFormats
     {
         foreach (var (props, part) in source.Properties())
         {
-            if (ElementOrder.FirstOf(props, ElementOrder.Fills) is not { } fill)
+            if (SchemaOrder.FirstOf(props, SchemaOrder.Fills) is not { } fill)
                 continue;
             if (fill.LocalName == "grpFill")
                 return GroupFill(source.Shape, part);
             return new Found(fill, part, default);
         }
-        if (source.Style() is { } style && ElementOrder.First(style, "fillRef") is { } fillRef)
+        if (source.Style() is { } style && SchemaOrder.First(style, "fillRef") is { } fillRef)
             return StyleFill(fillRef, source.Part, theme);
         return default;
     }
@@ -94,7 +94,7 @@ internal static class EffectiveFormats
         for (var group = shape.Parent; group != null && group.LocalName == "grpSp"; group = group.Parent)
         {
             var props = group.ChildElements.FirstOrDefault(c => c.LocalName == "grpSpPr");
-            var fill = props == null ? null : ElementOrder.FirstOf(props, ElementOrder.Fills);
+            var fill = props == null ? null : SchemaOrder.FirstOf(props, SchemaOrder.Fills);
             if (fill != null && fill.LocalName != "grpFill")
                 return new Found(fill, part, default);
             if (fill == null)
@@ -105,14 +105,14 @@ internal static class EffectiveFormats
 
     private static Found StyleFill(OpenXmlElement fillRef, OpenXmlPart part, ThemeColors? theme)
     {
-        long idx = ElementOrder.Long(fillRef, "idx") ?? 0;
-        var placeholder = ElementOrder.FirstOf(fillRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+        long idx = AttributeAccess.Long(fillRef, "idx") ?? 0;
+        var placeholder = SchemaOrder.FirstOf(fillRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
         var scheme = ThemeChain.FormatScheme(part);
         if (idx <= 0 || scheme == null)
             return new Found(null, part, placeholder);
         OpenXmlElement? list = idx >= 1001 ? scheme.BackgroundFillStyleList : scheme.FillStyleList;
         long i = idx >= 1001 ? idx - 1001 : idx - 1;
-        var fills = list?.ChildElements.Where(e => Array.IndexOf(ElementOrder.Fills, e.LocalName) >= 0).ToList();
+        var fills = list?.ChildElements.Where(e => Array.IndexOf(SchemaOrder.Fills, e.LocalName) >= 0).ToList();
         var fill = fills != null && i < fills.Count ? fills[(int)i] : null;
         return new Found(fill, fill == null ? part : PartOf(fill), placeholder);
     }
@@ -122,7 +122,7 @@ internal static class EffectiveFormats
         var data = new FillFormatEffectiveData();
         var fill = found.Fill;
         Color Resolve(OpenXmlElement? holder) =>
-            holder != null && ElementOrder.FirstOf(holder, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme, found.PlaceholderColor) : Color.Empty;
+            holder != null && SchemaOrder.FirstOf(holder, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme, found.PlaceholderColor) : Color.Empty;
         switch (fill?.LocalName)
         {
             case "solidFill":
@@ -132,26 +132,26 @@ internal static class EffectiveFormats
             case "gradFill":
             {
                 data.FillType = FillType.Gradient;
-                var path = ElementOrder.First(fill, "path");
+                var path = SchemaOrder.First(fill, "path");
                 data.GradientShape = path == null ? GradientShape.Linear
-                    : ElementOrder.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
-                data.LinearGradientAngle = path != null ? float.NaN : (float)((ElementOrder.Long(ElementOrder.First(fill, "lin"), "ang") ?? 0) / 60000.0);
-                data.GradientStops = (ElementOrder.First(fill, "gsLst")?.ChildElements.Where(g => g.LocalName == "gs") ?? Enumerable.Empty<OpenXmlElement>())
-                    .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((ElementOrder.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
+                    : AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
+                data.LinearGradientAngle = path != null ? float.NaN : (float)((AttributeAccess.Long(SchemaOrder.First(fill, "lin"), "ang") ?? 0) / 60000.0);
+                data.GradientStops = (SchemaOrder.First(fill, "gsLst")?.ChildElements.Where(g => g.LocalName == "gs") ?? Enumerable.Empty<OpenXmlElement>())
+                    .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((AttributeAccess.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
                     .OrderBy(s => s.Position)
                     .ToArray();
                 break;
             }
             case "pattFill":
                 data.FillType = FillType.Pattern;
-                data.PatternStyle = (PatternStyle)Inherited.Index(XmlValues.PatternStyle, ElementOrder.Attr(fill, "prst"), 0);
-                data.PatternForeColor = Resolve(ElementOrder.First(fill, "fgClr"));
-                data.PatternBackColor = Resolve(ElementOrder.First(fill, "bgClr"));
+                data.PatternStyle = (PatternStyle)Inherited.Index(XmlValues.PatternStyle, AttributeAccess.Attr(fill, "prst"), 0);
+                data.PatternForeColor = Resolve(SchemaOrder.First(fill, "fgClr"));
+                data.PatternBackColor = Resolve(SchemaOrder.First(fill, "bgClr"));
                 break;
             case "blipFill":
                 data.FillType = FillType.Picture;
-                data.PictureFillMode = ElementOrder.First(fill, "tile") != null ? PictureFillMode.Tile : PictureFillMode.Stretch;
-                data.ImageData = ElementOrder.First(fill, "blip") is { } blip ? ImageParts.Read(found.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
+                data.PictureFillMode = SchemaOrder.First(fill, "tile") != null ? PictureFillMode.Tile : PictureFillMode.Stretch;
+                data.ImageData = SchemaOrder.First(fill, "blip") is { } blip ? ImageParts.Read(found.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
                 break;
             default:
                 // No fill anywhere, a group fill outside a group, or noFill.
@@ -179,12 +179,12 @@ internal static class EffectiveFormats
             var source = inheritance();
             theme = ThemeColors.Of(source.Part);
             foreach (var (props, part) in source.Properties())
-                if (ElementOrder.First(props, "ln") is { } ln)
+                if (SchemaOrder.First(props, "ln") is { } ln)
                     chain.Add((ln, part));
-            if (source.Style() is { } style && ElementOrder.First(style, "lnRef") is { } lnRef)
+            if (source.Style() is { } style && SchemaOrder.First(style, "lnRef") is { } lnRef)
             {
-                placeholder = ElementOrder.FirstOf(lnRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
-                long idx = ElementOrder.Long(lnRef, "idx") ?? 0;
+                placeholder = SchemaOrder.FirstOf(lnRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+                long idx = AttributeAccess.Long(lnRef, "idx") ?? 0;
                 var lines = ThemeChain.FormatScheme(source.Part)?.LineStyleList?.ChildElements.Where(e => e.LocalName == "ln").ToList();
                 if (idx >= 1 && lines != null && idx <= lines.Count)
                     chain.Add((lines[(int)idx - 1], PartOf(lines[(int)idx - 1])));
@@ -194,9 +194,9 @@ internal static class EffectiveFormats
             chain.Add((ownLine, format.Context.Part));
 
         var elements = chain.Select(c => c.Line).ToList();
-        var fill = chain.Select(c => ElementOrder.FirstOf(c.Line, ElementOrder.LineFills)).FirstOrDefault(f => f != null);
+        var fill = chain.Select(c => SchemaOrder.FirstOf(c.Line, SchemaOrder.LineFills)).FirstOrDefault(f => f != null);
         var fillData = Build(new Found(fill, null, placeholder), theme);
-        IEnumerable<OpenXmlElement> Ends(string name) => elements.Select(e => ElementOrder.First(e, name)).Where(e => e != null)!;
+        IEnumerable<OpenXmlElement> Ends(string name) => elements.Select(e => SchemaOrder.First(e, name)).Where(e => e != null)!;
         var dash = Inherited.Child(elements, new[] { "prstDash", "custDash" });
         var join = Inherited.Child(elements, Joins);
         return new LineFormatEffectiveData
@@ -206,7 +206,7 @@ internal static class EffectiveFormats
             Width = Inherited.Long(elements, "w") is long w ? Emu.ToPoints(w) : 0f,
             DashStyle = dash == null ? LineDashStyle.Solid
                 : dash.LocalName == "custDash" ? LineDashStyle.Custom
-                : (LineDashStyle)Inherited.Index(Dashes, ElementOrder.Attr(dash, "val"), 0),
+                : (LineDashStyle)Inherited.Index(Dashes, AttributeAccess.Attr(dash, "val"), 0),
             Style = (LineStyle)Inherited.Index(Compounds, Inherited.Attr(elements, "cmpd"), 0),
             CapStyle = (LineCapStyle)Inherited.Index(Caps, Inherited.Attr(elements, "cap"), 2),
             JoinStyle = join == null ? LineJoinStyle.Round : (LineJoinStyle)Array.IndexOf(Joins, join.LocalName),

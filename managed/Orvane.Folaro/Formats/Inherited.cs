@@ -10,7 +10,7 @@ internal static class Inherited
     internal static string? Attr(IEnumerable<OpenXmlElement> chain, string name)
     {
         foreach (var e in chain)
-            if (ElementOrder.Attr(e, name) is { } v)
+            if (AttributeAccess.Attr(e, name) is { } v)
                 return v;
         return null;
     }
@@ -25,7 +25,7 @@ internal static class Inherited
     internal static OpenXmlElement? Child(IEnumerable<OpenXmlElement> chain, string[] names)
     {
         foreach (var e in chain)
-            if (ElementOrder.FirstOf(e, names) is { } c)
+            if (SchemaOrder.FirstOf(e, names) is { } c)
                 return c;
         return null;
     }

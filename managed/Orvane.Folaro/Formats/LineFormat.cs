@@ -100,18 +100,18 @@ public sealed class LineFormat : ILineFormat
 
     public float Width
     {
-        get => ElementOrder.Long(_line(false), "w") is long w ? Emu.ToPoints(w) : float.NaN;
+        get => AttributeAccess.Long(_line(false), "w") is long w ? Emu.ToPoints(w) : float.NaN;
         set
         {
             if (float.IsNaN(value))
             {
                 if (_line(false) is { } l)
-                    ElementOrder.SetAttr(l, "w", null);
+                    AttributeAccess.SetAttr(l, "w", null);
                 return;
             }
             if (!(value >= 0 && value <= 1584))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "LineFormat.Width must be between 0 and 1584 points (NaN to inherit)");
-            ElementOrder.SetAttr(Line(), "w", ElementOrder.Text(Emu.FromPoints(value)));
+            AttributeAccess.SetAttr(Line(), "w", AttributeAccess.Text(Emu.FromPoints(value)));
         }
     }
 
@@ -122,9 +122,9 @@ public sealed class LineFormat : ILineFormat
             var l = _line(false);
             if (l == null)
                 return LineDashStyle.NotDefined;
-            if (ElementOrder.First(l, "custDash") != null)
+            if (SchemaOrder.First(l, "custDash") != null)
                 return LineDashStyle.Custom;
-            return ElementOrder.First(l, "prstDash") is { } d ? (LineDashStyle)Array.IndexOf(Dashes, ElementOrder.Attr(d, "val") ?? "solid") : LineDashStyle.NotDefined;
+            return SchemaOrder.First(l, "prstDash") is { } d ? (LineDashStyle)Array.IndexOf(Dashes, AttributeAccess.Attr(d, "val") ?? "solid") : LineDashStyle.NotDefined;
         }
         set
         {
@@ -133,28 +133,28 @@ public sealed class LineFormat : ILineFormat
             if (value == LineDashStyle.NotDefined)
             {
                 if (_line(false) is { } l)
-                    ElementOrder.Replace(l, new[] { "prstDash", "custDash" }, null, ElementOrder.Line);
+                    SchemaOrder.Replace(l, new[] { "prstDash", "custDash" }, null, SchemaOrder.Line);
                 return;
             }
-            ElementOrder.Replace(Line(), new[] { "prstDash", "custDash" }, new A.PresetDash { Val = new A.PresetLineDashValues(Dashes[(int)value]) }, ElementOrder.Line);
+            SchemaOrder.Replace(Line(), new[] { "prstDash", "custDash" }, new A.PresetDash { Val = new A.PresetLineDashValues(Dashes[(int)value]) }, SchemaOrder.Line);
         }
     }
 
     public LineStyle Style
     {
-        get => (LineStyle)Array.IndexOf(Compounds, _line(false) is { } l ? ElementOrder.Attr(l, "cmpd") : null);
+        get => (LineStyle)Array.IndexOf(Compounds, _line(false) is { } l ? AttributeAccess.Attr(l, "cmpd") : null);
         set => SetAttr("cmpd", (int)value, Compounds, nameof(Style));
     }
 
     public LineCapStyle CapStyle
     {
-        get => (LineCapStyle)Array.IndexOf(Caps, _line(false) is { } l ? ElementOrder.Attr(l, "cap") : null);
+        get => (LineCapStyle)Array.IndexOf(Caps, _line(false) is { } l ? AttributeAccess.Attr(l, "cap") : null);
         set => SetAttr("cap", (int)value, Caps, nameof(CapStyle));
     }
 
     public LineJoinStyle JoinStyle
     {
-        get => _line(false) is { } l && ElementOrder.FirstOf(l, Joins) is { } j ? (LineJoinStyle)Array.IndexOf(Joins, j.LocalName) : LineJoinStyle.NotDefined;
+        get => _line(false) is { } l && SchemaOrder.FirstOf(l, Joins) is { } j ? (LineJoinStyle)Array.IndexOf(Joins, j.LocalName) : LineJoinStyle.NotDefined;
         set
         {
             if (!Enum.IsDefined(value))
@@ -162,11 +162,11 @@ public sealed class LineFormat : ILineFormat
             if (value == LineJoinStyle.NotDefined)
             {
                 if (_line(false) is { } l)
-                    ElementOrder.Replace(l, Joins, null, ElementOrder.Line);
+                    SchemaOrder.Replace(l, Joins, null, SchemaOrder.Line);
                 return;
             }
             OpenXmlElement made = value switch { LineJoinStyle.Round => new A.Round(), LineJoinStyle.Bevel => new A.LineJoinBevel(), _ => new A.Miter { Limit = 800000 } };
-            ElementOrder.Replace(Line(), Joins, made, ElementOrder.Line);
+            SchemaOrder.Replace(Line(), Joins, made, SchemaOrder.Line);
         }
     }
 
@@ -177,7 +177,7 @@ public sealed class LineFormat : ILineFormat
     public LineArrowheadWidth EndArrowheadWidth { get => (LineArrowheadWidth)EndAttr("tailEnd", "w", Sizes); set => SetEndAttr("tailEnd", "w", (int)value, Sizes, nameof(EndArrowheadWidth)); }
     public LineArrowheadLength EndArrowheadLength { get => (LineArrowheadLength)EndAttr("tailEnd", "len", Sizes); set => SetEndAttr("tailEnd", "len", (int)value, Sizes, nameof(EndArrowheadLength)); }
 
-    public IFillFormat FillFormat => new FillFormat(create => _line(create), ElementOrder.Line, ElementOrder.LineFills, _context);
+    public IFillFormat FillFormat => new FillFormat(create => _line(create), SchemaOrder.Line, SchemaOrder.LineFills, _context);
 
     /// <summary>Where the effective line comes from when this one leaves a property unset, or null.</summary>
     internal Func<EffectiveFormats.Source>? Inheritance { get; init; }
@@ -199,16 +199,16 @@ public sealed class LineFormat : ILineFormat
         if (value < 0)
         {
             if (_line(false) is { } l)
-                ElementOrder.SetAttr(l, name, null);
+                AttributeAccess.SetAttr(l, name, null);
             return;
         }
-        ElementOrder.SetAttr(Line(), name, names[value]);
+        AttributeAccess.SetAttr(Line(), name, names[value]);
     }
 
     private int EndAttr(string end, string name, string[] names)
     {
-        var e = _line(false) is { } l ? ElementOrder.First(l, end) : null;
-        return e == null ? -1 : Array.IndexOf(names, ElementOrder.Attr(e, name));
+        var e = _line(false) is { } l ? SchemaOrder.First(l, end) : null;
+        return e == null ? -1 : Array.IndexOf(names, AttributeAccess.Attr(e, name));
     }
 
     private void SetEndAttr(string end, string name, int value, string[] names, string member)
@@ -217,11 +217,11 @@ public sealed class LineFormat : ILineFormat
             throw new ArgumentOutOfRangeException(nameof(value), value, $"LineFormat.{member}: unknown value");
         if (value < 0)
         {
-            if (_line(false) is { } l && ElementOrder.First(l, end) is { } e)
-                ElementOrder.SetAttr(e, name, null);
+            if (_line(false) is { } l && SchemaOrder.First(l, end) is { } e)
+                AttributeAccess.SetAttr(e, name, null);
             return;
         }
-        var made = ElementOrder.Ensure(Line(), end, () => end == "headEnd" ? new A.HeadEnd() : new A.TailEnd(), ElementOrder.Line);
-        ElementOrder.SetAttr(made, name, names[value]);
+        var made = SchemaOrder.Ensure(Line(), end, () => end == "headEnd" ? new A.HeadEnd() : new A.TailEnd(), SchemaOrder.Line);
+        AttributeAccess.SetAttr(made, name, names[value]);
     }
 }

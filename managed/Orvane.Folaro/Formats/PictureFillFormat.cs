@@ -113,18 +113,18 @@ public sealed class PictureFillFormat : IPictureFillFormat
     public PictureFillMode PictureFillMode
     {
         get => Existing is not { } b ? PictureFillMode.NotDefined
-            : ElementOrder.First(b, "tile") != null ? PictureFillMode.Tile
+            : SchemaOrder.First(b, "tile") != null ? PictureFillMode.Tile
             : PictureFillMode.Stretch;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.PictureFillMode must be Tile or Stretch");
-            if (value == PictureFillMode && ElementOrder.FirstOf(Made, Modes) != null)
+            if (value == PictureFillMode && SchemaOrder.FirstOf(Made, Modes) != null)
                 return;
             OpenXmlElement made = value == PictureFillMode.Tile
                 ? new A.Tile { HorizontalOffset = 0, VerticalOffset = 0, HorizontalRatio = 100000, VerticalRatio = 100000, Flip = A.TileFlipValues.None, Alignment = A.RectangleAlignmentValues.TopLeft }
                 : new A.Stretch(new A.FillRectangle());
-            ElementOrder.Replace(Made, Modes, made, ElementOrder.BlipFill);
+            SchemaOrder.Replace(Made, Modes, made, SchemaOrder.BlipFill);
         }
     }
 
@@ -152,23 +152,23 @@ public sealed class PictureFillFormat : IPictureFillFormat
 
     public RectangleAlignment TileAlignment
     {
-        get => Tile(false) is { } t ? (RectangleAlignment)Math.Max(0, Array.IndexOf(Alignments, ElementOrder.Attr(t, "algn") ?? "tl")) : RectangleAlignment.NotDefined;
+        get => Tile(false) is { } t ? (RectangleAlignment)Math.Max(0, Array.IndexOf(Alignments, AttributeAccess.Attr(t, "algn") ?? "tl")) : RectangleAlignment.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileAlignment must be one of the nine alignments");
-            ElementOrder.SetAttr(Tile(true)!, "algn", Alignments[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "algn", Alignments[(int)value]);
         }
     }
 
     public TileFlip TileFlip
     {
-        get => Tile(false) is { } t ? (TileFlip)Math.Max(0, Array.IndexOf(Flips, ElementOrder.Attr(t, "flip") ?? "none")) : TileFlip.NotDefined;
+        get => Tile(false) is { } t ? (TileFlip)Math.Max(0, Array.IndexOf(Flips, AttributeAccess.Attr(t, "flip") ?? "none")) : TileFlip.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileFlip must be NoFlip, FlipX, FlipY or FlipBoth");
-            ElementOrder.SetAttr(Tile(true)!, "flip", Flips[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "flip", Flips[(int)value]);
         }
     }
 
@@ -178,8 +178,8 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private static readonly string[] Flips = { "none", "x", "y", "xy" };
 
     internal OpenXmlElement? Blip(bool create) =>
-        create ? ElementOrder.Ensure(Made, "blip", () => new A.Blip(), ElementOrder.BlipFill)
-            : Existing is { } b ? ElementOrder.First(b, "blip") : null;
+        create ? SchemaOrder.Ensure(Made, "blip", () => new A.Blip(), SchemaOrder.BlipFill)
+            : Existing is { } b ? SchemaOrder.First(b, "blip") : null;
 
     internal void SetImage(IPPImage image, string where)
     {
@@ -187,13 +187,13 @@ public sealed class PictureFillFormat : IPictureFillFormat
         var blip = Blip(true)!;
         MediaStore.Of(owner).SetBlip(blip, owner, image, where);
         // A picture needs a way to fill: stretch unless one is set.
-        if (ElementOrder.FirstOf(Made, Modes) == null)
-            ElementOrder.Insert(Made, new A.Stretch(new A.FillRectangle()), ElementOrder.BlipFill);
+        if (SchemaOrder.FirstOf(Made, Modes) == null)
+            SchemaOrder.Insert(Made, new A.Stretch(new A.FillRectangle()), SchemaOrder.BlipFill);
     }
 
     // a:srcRect holds each side in 1/1000 of a percent; an absent side is not cropped.
     private float Crop(string side) =>
-        Existing is { } b && ElementOrder.First(b, "srcRect") is { } rect ? (ElementOrder.Long(rect, side) ?? 0) / 100000f : 0f;
+        Existing is { } b && SchemaOrder.First(b, "srcRect") is { } rect ? (AttributeAccess.Long(rect, side) ?? 0) / 100000f : 0f;
 
     private void SetCrop(string side, float value, string member)
     {
@@ -201,11 +201,11 @@ public sealed class PictureFillFormat : IPictureFillFormat
             throw new ArgumentOutOfRangeException(member, value, $"PictureFillFormat.{member} must be a fraction below 1 ({Context.Where})");
         long stored = (long)Math.Round(value * 100000.0);
         var fill = Made;
-        var rect = ElementOrder.First(fill, "srcRect");
+        var rect = SchemaOrder.First(fill, "srcRect");
         if (rect == null && stored == 0)
             return;
-        rect ??= ElementOrder.Insert(fill, new A.SourceRectangle(), ElementOrder.BlipFill);
-        ElementOrder.SetAttr(rect, side, stored == 0 ? null : ElementOrder.Text(stored));
+        rect ??= SchemaOrder.Insert(fill, new A.SourceRectangle(), SchemaOrder.BlipFill);
+        AttributeAccess.SetAttr(rect, side, stored == 0 ? null : AttributeAccess.Text(stored));
         if (!rect.HasAttributes)
             rect.Remove();
     }
@@ -213,14 +213,14 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private OpenXmlElement? Tile(bool create)
     {
         if (!create)
-            return Existing is { } b ? ElementOrder.First(b, "tile") : null;
+            return Existing is { } b ? SchemaOrder.First(b, "tile") : null;
         PictureFillMode = PictureFillMode.Tile;
-        return ElementOrder.First(Made, "tile");
+        return SchemaOrder.First(Made, "tile");
     }
 
-    private long? TileLong(string name) => Tile(false) is { } t ? ElementOrder.Long(t, name) : null;
+    private long? TileLong(string name) => Tile(false) is { } t ? AttributeAccess.Long(t, name) : null;
 
-    private void SetTile(string name, long value) => ElementOrder.SetAttr(Tile(true)!, name, ElementOrder.Text(value));
+    private void SetTile(string name, long value) => AttributeAccess.SetAttr(Tile(true)!, name, AttributeAccess.Text(value));
 
     private float Finite(float value, string member) =>
         float.IsFinite(value) ? value : throw new ArgumentOutOfRangeException(member, value, $"PictureFillFormat.{member} must be finite ({Context.Where})");

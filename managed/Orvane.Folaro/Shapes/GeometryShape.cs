@@ -80,7 +80,7 @@ public abstract class GeometryShape : Shape, IGeometryShape
         var made = new A.CustomGeometry(
             new A.AdjustValueList(), new A.ShapeGuideList(), new A.AdjustHandleList(), new A.ConnectionSiteList(),
             new A.Rectangle { Left = "l", Top = "t", Right = "r", Bottom = "b" }, pathList);
-        ElementOrder.Replace(spPr, new[] { "custGeom", "prstGeom" }, made, ElementOrder.ShapeProperties);
+        SchemaOrder.Replace(spPr, new[] { "custGeom", "prstGeom" }, made, SchemaOrder.ShapeProperties);
     }
 
     // Coordinates in EMU in a path space the size of the shape, so the path scales with the shape.

@@ -189,7 +189,7 @@ public sealed class Cell : ICell
     // The element that holds the text and format: the merged cell's first cell for a covered one.
     private OpenXmlElement Target()
     {
-        if (ElementOrder.Attr(Element, "hMerge") is null or "0" or "false" && ElementOrder.Attr(Element, "vMerge") is null or "0" or "false")
+        if (AttributeAccess.Attr(Element, "hMerge") is null or "0" or "false" && AttributeAccess.Attr(Element, "vMerge") is null or "0" or "false")
             return Element;
         var (grid, region) = Read();
         return grid.Cells[region.Row][region.Column];
@@ -229,8 +229,8 @@ public sealed class Cell : ICell
                 else
                 {
                     var column = TableCells.CopyLine(grid.Columns[i], c => c);
-                    ElementOrder.SetAttr(column, "w", ElementOrder.Text(before + size - at));
-                    ElementOrder.SetAttr(grid.Columns[i], "w", ElementOrder.Text(at - before));
+                    AttributeAccess.SetAttr(column, "w", AttributeAccess.Text(before + size - at));
+                    AttributeAccess.SetAttr(grid.Columns[i], "w", AttributeAccess.Text(at - before));
                     grid.InsertColumn(i + 1, i, column, tc => TableCells.CopyCell(tc, keepText: false), spreadSingles: true);
                     region = region with { ColSpan = region.ColSpan + 1 };
                 }
@@ -258,18 +258,18 @@ public sealed class Cell : ICell
 
     // --- a:tcPr attributes -----------------------------------------------------------
 
-    private string? Attr(string name) => TableCells.Properties(Target()) is { } props ? ElementOrder.Attr(props, name) : null;
+    private string? Attr(string name) => TableCells.Properties(Target()) is { } props ? AttributeAccess.Attr(props, name) : null;
 
     private void SetAttr(string name, string? value)
     {
         var target = Target();
         if (value == null && TableCells.Properties(target) == null)
             return;
-        ElementOrder.SetAttr(TableCells.EnsureProperties(target), name, value);
+        AttributeAccess.SetAttr(TableCells.EnsureProperties(target), name, value);
     }
 
     private double Margin(string name, long defaultEmu) =>
-        TableCells.Points(TableCells.Properties(Target()) is { } props && ElementOrder.Long(props, name) is long v ? v : defaultEmu);
+        TableCells.Points(TableCells.Properties(Target()) is { } props && AttributeAccess.Long(props, name) is long v ? v : defaultEmu);
 
     private void SetMargin(string name, double value, string member)
     {
@@ -280,7 +280,7 @@ public sealed class Cell : ICell
         }
         if (!(value >= 0 && value <= 4000))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"Cell.{member} must be between 0 and 4,000 points (NaN for the default)");
-        SetAttr(name, ElementOrder.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
+        SetAttr(name, AttributeAccess.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
     }
 
     private static string? Named(string[] names, int value, string member) =>

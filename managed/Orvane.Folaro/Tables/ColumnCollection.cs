@@ -75,7 +75,7 @@ public sealed class ColumnCollection : IColumnCollection
             throw new PptxEditException($"{_table.Where}: ColumnCollection.Insert: the table has no column to take a format from");
         int template = Math.Max(0, index - 1);
         var copy = TableCells.CopyLine(grid.Columns[template], c => c);
-        ElementOrder.SetAttr(copy, "w", ElementOrder.Text(w));
+        AttributeAccess.SetAttr(copy, "w", AttributeAccess.Text(w));
         return Place(grid, index, template, copy, keepText: false);
     }
 

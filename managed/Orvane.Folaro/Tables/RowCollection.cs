@@ -76,7 +76,7 @@ public sealed class RowCollection : IRowCollection
         var copy = grid.Rows.Count == 0
             ? new DocumentFormat.OpenXml.Drawing.TableRow(grid.Columns.Select(_ => TableCells.NewCell()))
             : TableCells.CopyLine(grid.Rows[template], tc => TableCells.CopyCell(tc, keepText: false));
-        ElementOrder.SetAttr(copy, "h", ElementOrder.Text(h));
+        AttributeAccess.SetAttr(copy, "h", AttributeAccess.Text(h));
         return Place(grid, index, template, copy);
     }
 

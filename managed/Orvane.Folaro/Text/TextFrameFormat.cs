@@ -103,32 +103,32 @@ public sealed class TextFrameFormat : ITextFrameFormat
 
     public TextAutofitType AutofitType
     {
-        get => _bodyPr(false) is { } b && ElementOrder.FirstOf(b, Autofits) is { } a ? (TextAutofitType)Array.IndexOf(Autofits, a.LocalName) : TextAutofitType.NotDefined;
+        get => _bodyPr(false) is { } b && SchemaOrder.FirstOf(b, Autofits) is { } a ? (TextAutofitType)Array.IndexOf(Autofits, a.LocalName) : TextAutofitType.NotDefined;
         set
         {
             string? name = Named(Autofits, (int)value, nameof(AutofitType));
             if (name == null)
             {
                 if (_bodyPr(false) is { } b)
-                    ElementOrder.Replace(b, Autofits, null, ElementOrder.BodyProperties);
+                    SchemaOrder.Replace(b, Autofits, null, SchemaOrder.BodyProperties);
                 return;
             }
             var body = Body();
-            if (ElementOrder.FirstOf(body, Autofits)?.LocalName == name)
+            if (SchemaOrder.FirstOf(body, Autofits)?.LocalName == name)
                 return;
             OpenXmlElement made = value switch { TextAutofitType.None => new A.NoAutoFit(), TextAutofitType.Normal => new A.NormalAutoFit(), _ => new A.ShapeAutoFit() };
-            ElementOrder.Replace(body, Autofits, made, ElementOrder.BodyProperties);
+            SchemaOrder.Replace(body, Autofits, made, SchemaOrder.BodyProperties);
         }
     }
 
     public int ColumnCount
     {
-        get => (int)(ElementOrder.Long(_bodyPr(false), "numCol") ?? 0);
+        get => (int)(AttributeAccess.Long(_bodyPr(false), "numCol") ?? 0);
         set
         {
             if (value < 0 || value > 16)
                 throw new ArgumentOutOfRangeException(nameof(value), value, "TextFrameFormat.ColumnCount must be between 1 and 16 (0 to inherit)");
-            SetAttr("numCol", value == 0 ? null : ElementOrder.Text(value));
+            SetAttr("numCol", value == 0 ? null : AttributeAccess.Text(value));
         }
     }
 
@@ -164,7 +164,7 @@ public sealed class TextFrameFormat : ITextFrameFormat
 
     private OpenXmlElement Body() => _bodyPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no text body to format");
 
-    private string? Attr(string name) => _bodyPr(false) is { } b ? ElementOrder.Attr(b, name) : null;
+    private string? Attr(string name) => _bodyPr(false) is { } b ? AttributeAccess.Attr(b, name) : null;
 
     private NullableBool Flag(string name) => Attr(name) switch { "1" or "true" => NullableBool.True, "0" or "false" => NullableBool.False, _ => NullableBool.NotDefined };
 
@@ -173,13 +173,13 @@ public sealed class TextFrameFormat : ITextFrameFormat
         if (value == null)
         {
             if (_bodyPr(false) is { } b)
-                ElementOrder.SetAttr(b, name, null);
+                AttributeAccess.SetAttr(b, name, null);
             return;
         }
-        ElementOrder.SetAttr(Body(), name, value);
+        AttributeAccess.SetAttr(Body(), name, value);
     }
 
-    private float Length(string name) => ElementOrder.Long(_bodyPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
+    private float Length(string name) => AttributeAccess.Long(_bodyPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
 
     private void SetLength(string name, float points, string member)
     {
@@ -190,7 +190,7 @@ public sealed class TextFrameFormat : ITextFrameFormat
         }
         if (!(points >= 0 && points < 1e6))
             throw new ArgumentOutOfRangeException(nameof(points), points, $"TextFrameFormat.{member} must not be negative (NaN to inherit)");
-        SetAttr(name, ElementOrder.Text(Emu.FromPoints(points)));
+        SetAttr(name, AttributeAccess.Text(Emu.FromPoints(points)));
     }
 
     private static string? Named(string[] names, int value, string member)

@@ -51,5 +51,5 @@ public sealed class FillFormatCollection : IFillFormatCollection
         FillFormat.Fixed(fill, new FormatContext(_context.Part, $"{_context.Where}, {_what} {index + 1}"));
 
     private List<OpenXmlElement> Items() =>
-        _list() is { } list ? list.ChildElements.Where(c => Array.IndexOf(ElementOrder.Fills, c.LocalName) >= 0).ToList() : new List<OpenXmlElement>();
+        _list() is { } list ? list.ChildElements.Where(c => Array.IndexOf(SchemaOrder.Fills, c.LocalName) >= 0).ToList() : new List<OpenXmlElement>();
 }
