@@ -52,7 +52,6 @@ public interface IOuterShadow
 
 public sealed class OuterShadow : IOuterShadow
 {
-    private static readonly string[] Aligns = { "tl", "t", "tr", "l", "ctr", "r", "bl", "b", "br" };
     private readonly OpenXmlElement _element;
     private readonly FormatContext _context;
 
@@ -92,12 +91,12 @@ public sealed class OuterShadow : IOuterShadow
 
     public RectangleAlignment RectangleAlign
     {
-        get => (RectangleAlignment)Inherited.Index(Aligns, AttributeAccess.Attr(_element, "algn"), (int)RectangleAlignment.Bottom);
+        get => FormatTokens.RectangleAlignments.Member(AttributeAccess.Attr(_element, "algn"), RectangleAlignment.Bottom);
         set
         {
-            if (!Enum.IsDefined(value))
+            if (!FormatTokens.RectangleAlignments.Has(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "OuterShadow.RectangleAlign must be an alignment");
-            AttributeAccess.SetAttr(Live, "algn", Aligns[(int)value]);
+            AttributeAccess.SetAttr(Live, "algn", FormatTokens.RectangleAlignments.Token(value));
         }
     }
 

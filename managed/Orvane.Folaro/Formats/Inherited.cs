@@ -1,4 +1,3 @@
-using System;
 using System.Collections.Generic;
 using DocumentFormat.OpenXml;
 
@@ -31,10 +30,4 @@ internal static class Inherited
     }
 
     internal static OpenXmlElement? Child(IEnumerable<OpenXmlElement> chain, string name) => Child(chain, new[] { name });
-
-    internal static int Index(string[] names, string? value, int fallback)
-    {
-        int i = value == null ? -1 : Array.IndexOf(names, value);
-        return i < 0 ? fallback : i;
-    }
 }

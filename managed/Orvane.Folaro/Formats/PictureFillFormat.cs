@@ -90,7 +90,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private static readonly string[] Modes = { "tile", "stretch" };
     private readonly ElementSlot _blipFill;
 
-    internal PictureFillFormat(FillFormat fill) : this(create => create ? fill.Ensure(FillType.Picture) : fill.Fill(false) is { LocalName: "blipFill" } b ? b : null, fill.Context)
+    internal PictureFillFormat(FillFormat fill) : this(create => create ? fill.Ensure(FillType.Picture) : fill.Fill(false) as A.BlipFill, fill.Context)
     {
     }
 
@@ -113,7 +113,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
     public PictureFillMode PictureFillMode
     {
         get => Existing is not { } b ? PictureFillMode.NotDefined
-            : SchemaOrder.First(b, "tile") != null ? PictureFillMode.Tile
+            : b.GetFirstChild<A.Tile>() != null ? PictureFillMode.Tile
             : PictureFillMode.Stretch;
         set
         {
@@ -152,34 +152,31 @@ public sealed class PictureFillFormat : IPictureFillFormat
 
     public RectangleAlignment TileAlignment
     {
-        get => Tile(false) is { } t ? (RectangleAlignment)Math.Max(0, Array.IndexOf(Alignments, AttributeAccess.Attr(t, "algn") ?? "tl")) : RectangleAlignment.NotDefined;
+        get => Tile(false) is { } t ? FormatTokens.RectangleAlignments.Member(AttributeAccess.Attr(t, "algn"), RectangleAlignment.TopLeft) : RectangleAlignment.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileAlignment must be one of the nine alignments");
-            AttributeAccess.SetAttr(Tile(true)!, "algn", Alignments[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "algn", FormatTokens.RectangleAlignments.Token(value));
         }
     }
 
     public TileFlip TileFlip
     {
-        get => Tile(false) is { } t ? (TileFlip)Math.Max(0, Array.IndexOf(Flips, AttributeAccess.Attr(t, "flip") ?? "none")) : TileFlip.NotDefined;
+        get => Tile(false) is { } t ? FormatTokens.TileFlips.Member(AttributeAccess.Attr(t, "flip"), TileFlip.NoFlip) : TileFlip.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileFlip must be NoFlip, FlipX, FlipY or FlipBoth");
-            AttributeAccess.SetAttr(Tile(true)!, "flip", Flips[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "flip", FormatTokens.TileFlips.Token(value));
         }
     }
 
     public override string ToString() => $"PictureFillFormat [{PictureFillMode}]";
 
-    private static readonly string[] Alignments = { "tl", "t", "tr", "l", "ctr", "r", "bl", "b", "br" };
-    private static readonly string[] Flips = { "none", "x", "y", "xy" };
-
     internal OpenXmlElement? Blip(bool create) =>
         create ? SchemaOrder.Ensure(Made, "blip", () => new A.Blip(), SchemaOrder.BlipFill)
-            : Existing is { } b ? SchemaOrder.First(b, "blip") : null;
+            : Existing?.GetFirstChild<A.Blip>();
 
     internal void SetImage(IPPImage image, string where)
     {
@@ -193,7 +190,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
 
     // a:srcRect holds each side in 1/1000 of a percent; an absent side is not cropped.
     private float Crop(string side) =>
-        Existing is { } b && SchemaOrder.First(b, "srcRect") is { } rect ? (AttributeAccess.Long(rect, side) ?? 0) / 100000f : 0f;
+        Existing?.GetFirstChild<A.SourceRectangle>() is { } rect ? (AttributeAccess.Long(rect, side) ?? 0) / 100000f : 0f;
 
     private void SetCrop(string side, float value, string member)
     {
@@ -201,7 +198,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
             throw new ArgumentOutOfRangeException(member, value, $"PictureFillFormat.{member} must be a fraction below 1 ({Context.Where})");
         long stored = (long)Math.Round(value * 100000.0);
         var fill = Made;
-        var rect = SchemaOrder.First(fill, "srcRect");
+        var rect = fill.GetFirstChild<A.SourceRectangle>();
         if (rect == null && stored == 0)
             return;
         rect ??= SchemaOrder.Insert(fill, new A.SourceRectangle(), SchemaOrder.BlipFill);
@@ -213,9 +210,9 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private OpenXmlElement? Tile(bool create)
     {
         if (!create)
-            return Existing is { } b ? SchemaOrder.First(b, "tile") : null;
+            return Existing?.GetFirstChild<A.Tile>();
         PictureFillMode = PictureFillMode.Tile;
-        return SchemaOrder.First(Made, "tile");
+        return Made.GetFirstChild<A.Tile>();
     }
 
     private long? TileLong(string name) => Tile(false) is { } t ? AttributeAccess.Long(t, name) : null;

@@ -73,9 +73,6 @@ public interface ICell
 
 public sealed class Cell : ICell
 {
-    private static readonly string[] Anchors = { "t", "ctr", "b", "just", "dist" };
-    private static readonly string[] Verticals = { "horz", "vert", "vert270", "wordArtVert", "eaVert", "mongolianVert", "wordArtVertRtl" };
-
     internal Cell(Table table, OpenXmlElement element)
     {
         TableView = table;
@@ -104,14 +101,14 @@ public sealed class Cell : ICell
 
     public TextAnchorType TextAnchorType
     {
-        get => (TextAnchorType)Array.IndexOf(Anchors, Attr("anchor"));
-        set => SetAttr("anchor", Named(Anchors, (int)value, nameof(TextAnchorType)));
+        get => TextTokens.Anchors.Member(Attr("anchor"), TextAnchorType.NotDefined);
+        set => SetAttr("anchor", TextTokens.Anchors.TokenOrNull(value, TextAnchorType.NotDefined, "Cell." + nameof(TextAnchorType)));
     }
 
     public TextVerticalType TextVerticalType
     {
-        get => (TextVerticalType)Array.IndexOf(Verticals, Attr("vert"));
-        set => SetAttr("vert", Named(Verticals, (int)value, nameof(TextVerticalType)));
+        get => TextTokens.Verticals.Member(Attr("vert"), TextVerticalType.NotDefined);
+        set => SetAttr("vert", TextTokens.Verticals.TokenOrNull(value, TextVerticalType.NotDefined, "Cell." + nameof(TextVerticalType)));
     }
 
     public ICellFormat CellFormat => new CellFormat(Target(), Context());
@@ -282,9 +279,4 @@ public sealed class Cell : ICell
             throw new ArgumentOutOfRangeException(nameof(value), value, $"Cell.{member} must be between 0 and 4,000 points (NaN for the default)");
         SetAttr(name, AttributeAccess.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
     }
-
-    private static string? Named(string[] names, int value, string member) =>
-        value == -1 ? null
-        : value >= 0 && value < names.Length ? names[value]
-        : throw new ArgumentOutOfRangeException(nameof(value), value, $"Cell.{member}: unknown value");
 }

@@ -65,12 +65,12 @@ public sealed class BulletFormat : IBulletFormat
 
     public BulletType Type
     {
-        get => Kind?.LocalName switch
+        get => Kind switch
         {
-            "buNone" => BulletType.None,
-            "buChar" => BulletType.Symbol,
-            "buAutoNum" => BulletType.Numbered,
-            "buBlip" => BulletType.Picture,
+            A.NoBullet => BulletType.None,
+            A.CharacterBullet => BulletType.Symbol,
+            A.AutoNumberedBullet => BulletType.Numbered,
+            A.PictureBullet => BulletType.Picture,
             _ => BulletType.NotDefined,
         };
         set
@@ -102,7 +102,7 @@ public sealed class BulletFormat : IBulletFormat
 
     public char Char
     {
-        get => Kind is { LocalName: "buChar" } k && AttributeAccess.Attr(k, "char") is { Length: > 0 } c ? c[0] : '\0';
+        get => Kind is A.CharacterBullet k && AttributeAccess.Attr(k, "char") is { Length: > 0 } c ? c[0] : '\0';
         set
         {
             if (value == '\0' || char.IsSurrogate(value) || value < 0x20)
@@ -113,7 +113,7 @@ public sealed class BulletFormat : IBulletFormat
 
     public string Font
     {
-        get => _pPr(false) is { } p && SchemaOrder.First(p, "buFont") is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
+        get => _pPr(false)?.GetFirstChild<A.BulletFont>() is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
@@ -130,9 +130,9 @@ public sealed class BulletFormat : IBulletFormat
     public IColorFormat Color => new ColorFormat(create =>
     {
         if (!create)
-            return _pPr(false) is { } p ? SchemaOrder.First(p, "buClr") : null;
+            return _pPr(false)?.GetFirstChild<A.BulletColor>();
         var props = Properties();
-        if (SchemaOrder.First(props, "buClr") is { } existing)
+        if (props.GetFirstChild<A.BulletColor>() is { } existing)
             return existing;
         var made = new A.BulletColor();
         SchemaOrder.Replace(props, new[] { "buClr", "buClrTx" }, made, SchemaOrder.ParagraphProperties);
@@ -147,7 +147,7 @@ public sealed class BulletFormat : IBulletFormat
 
     public float Height
     {
-        get => _pPr(false) is { } p && AttributeAccess.Long(SchemaOrder.First(p, "buSzPct"), "val") is long v ? v / 100000f : float.NaN;
+        get => AttributeAccess.Long(_pPr(false)?.GetFirstChild<A.BulletSizePercentage>(), "val") is long v ? v / 100000f : float.NaN;
         set
         {
             var sizes = new[] { "buSzTx", "buSzPct", "buSzPts" };
@@ -165,19 +165,19 @@ public sealed class BulletFormat : IBulletFormat
 
     public NumberedBulletStyle NumberedBulletStyle
     {
-        get => Kind is { LocalName: "buAutoNum" } k ? (NumberedBulletStyle)Array.IndexOf(XmlValues.NumberedBulletStyle, AttributeAccess.Attr(k, "type")) : NumberedBulletStyle.NotDefined;
+        get => Kind is A.AutoNumberedBullet k ? FormatTokens.NumberedBulletStyles.Member(AttributeAccess.Attr(k, "type"), NumberedBulletStyle.NotDefined) : NumberedBulletStyle.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "BulletFormat.NumberedBulletStyle must be a numbering scheme");
             var k = Numbered();
-            AttributeAccess.SetAttr(k, "type", XmlValues.NumberedBulletStyle[(int)value]);
+            AttributeAccess.SetAttr(k, "type", FormatTokens.NumberedBulletStyles.Token(value));
         }
     }
 
     public short NumberedBulletStartWith
     {
-        get => Kind is { LocalName: "buAutoNum" } k ? (short)(AttributeAccess.Long(k, "startAt") ?? 1) : (short)-1;
+        get => Kind is A.AutoNumberedBullet k ? (short)(AttributeAccess.Long(k, "startAt") ?? 1) : (short)-1;
         set
         {
             if (value < 1)
@@ -187,7 +187,7 @@ public sealed class BulletFormat : IBulletFormat
     }
 
     public byte[] PictureData =>
-        Kind is { LocalName: "buBlip" } k && SchemaOrder.First(k, "blip") is { } blip ? ImageParts.Read(_context.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
+        Kind is A.PictureBullet k && k.GetFirstChild<A.Blip>() is { } blip ? ImageParts.Read(_context.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
 
     public void SetPicture(byte[] imageData)
     {
@@ -212,24 +212,24 @@ public sealed class BulletFormat : IBulletFormat
     {
         // Each bullet property inherits on its own: the symbol may come from the master, the colour from the layout.
         var kind = Inherited.Child(chain, Kinds);
-        var type = kind?.LocalName switch
+        var type = kind switch
         {
-            "buChar" => BulletType.Symbol,
-            "buAutoNum" => BulletType.Numbered,
-            "buBlip" => BulletType.Picture,
+            A.CharacterBullet => BulletType.Symbol,
+            A.AutoNumberedBullet => BulletType.Numbered,
+            A.PictureBullet => BulletType.Picture,
             _ => BulletType.None,
         };
         IPortionFormatEffectiveData? textFormat = null;
         IPortionFormatEffectiveData Text() => textFormat ??= text();
         var font = Inherited.Child(chain, new[] { "buFont", "buFontTx" });
-        var face = font is { LocalName: "buFont" } ? AttributeAccess.Attr(font, "typeface") : null;
+        var face = font is A.BulletFont ? AttributeAccess.Attr(font, "typeface") : null;
         var color = Inherited.Child(chain, new[] { "buClr", "buClrTx" });
-        var colorElement = color is { LocalName: "buClr" } ? SchemaOrder.FirstOf(color, ColorMath.ColorElements) : null;
+        var colorElement = color is A.BulletColor ? SchemaOrder.FirstOf(color, ColorMath.ColorElements) : null;
         var size = Inherited.Child(chain, new[] { "buSzTx", "buSzPct", "buSzPts" });
-        float height = size?.LocalName switch
+        float height = size switch
         {
-            "buSzPct" => (AttributeAccess.Long(size, "val") ?? 100000) / 100000f,
-            "buSzPts" => (AttributeAccess.Long(size, "val") ?? 0) / 100f / Text().FontHeight,
+            A.BulletSizePercentage => (AttributeAccess.Long(size, "val") ?? 100000) / 100000f,
+            A.BulletSizePoints => (AttributeAccess.Long(size, "val") ?? 0) / 100f / Text().FontHeight,
             _ => 1f,
         };
         return new BulletFormatEffectiveData
@@ -241,7 +241,7 @@ public sealed class BulletFormat : IBulletFormat
                 : type == BulletType.None ? default : Text().SolidFillColor,
             Height = height,
             NumberedBulletStyle = type == BulletType.Numbered
-                ? (NumberedBulletStyle)Inherited.Index(XmlValues.NumberedBulletStyle, AttributeAccess.Attr(kind!, "type"), (int)NumberedBulletStyle.ArabicPeriod)
+                ? FormatTokens.NumberedBulletStyles.Member(AttributeAccess.Attr(kind!, "type"), NumberedBulletStyle.ArabicPeriod)
                 : NumberedBulletStyle.NotDefined,
             NumberedBulletStartWith = type == BulletType.Numbered ? (short)(AttributeAccess.Long(kind, "startAt") ?? 1) : (short)-1,
         };
@@ -250,7 +250,7 @@ public sealed class BulletFormat : IBulletFormat
     private OpenXmlElement Properties() => _pPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no paragraph to format");
 
     private OpenXmlElement Numbered() =>
-        Kind is { LocalName: "buAutoNum" } k ? k : Store(new A.AutoNumberedBullet { Type = A.TextAutoNumberSchemeValues.ArabicPeriod });
+        Kind is A.AutoNumberedBullet k ? k : Store(new A.AutoNumberedBullet { Type = A.TextAutoNumberSchemeValues.ArabicPeriod });
 
     private OpenXmlElement Store(OpenXmlElement made)
     {

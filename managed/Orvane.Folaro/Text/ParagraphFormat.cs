@@ -57,8 +57,6 @@ public interface IParagraphFormat
 
 public sealed class ParagraphFormat : IParagraphFormat
 {
-    private static readonly string[] Alignments = { "l", "ctr", "r", "just", "justLow", "dist", "thaiDist" };
-
     private readonly ElementSlot _pPr;
     private readonly FormatContext _context;
     private readonly Paragraph? _paragraph;
@@ -72,12 +70,12 @@ public sealed class ParagraphFormat : IParagraphFormat
 
     public TextAlignment Alignment
     {
-        get => (TextAlignment)Array.IndexOf(Alignments, Attr("algn"));
+        get => TextTokens.Alignments.Member(Attr("algn"), TextAlignment.NotDefined);
         set
         {
-            if (value < TextAlignment.NotDefined || value > TextAlignment.ThaiDistributed)
+            if (value != TextAlignment.NotDefined && !TextTokens.Alignments.Has(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ParagraphFormat.Alignment: unknown alignment");
-            SetAttr("algn", value < 0 ? null : Alignments[(int)value]);
+            SetAttr("algn", value == TextAlignment.NotDefined ? null : TextTokens.Alignments.Token(value));
         }
     }
 
@@ -143,7 +141,7 @@ public sealed class ParagraphFormat : IParagraphFormat
         var within = Space("lnSpc", float.NaN, 1);
         return new ParagraphFormatEffectiveData
         {
-            Alignment = (TextAlignment)Inherited.Index(Alignments, Inherited.Attr(chain, "algn"), 0),
+            Alignment = TextTokens.Alignments.Member(Inherited.Attr(chain, "algn"), TextAlignment.Left),
             Depth = (short)(AttributeAccess.Long(_pPr(false), "lvl") ?? 0),
             Indent = Length("indent"),
             MarginLeft = Length("marL"),

@@ -88,14 +88,6 @@ public interface IPortionFormat
 
 public sealed class PortionFormat : IPortionFormat
 {
-    private static readonly string[] Underlines =
-    {
-        "none", "words", "sng", "dbl", "heavy", "dotted", "dottedHeavy", "dash", "dashHeavy", "dashLong", "dashLongHeavy",
-        "dotDash", "dotDashHeavy", "dotDotDash", "dotDotDashHeavy", "wavy", "wavyHeavy", "wavyDbl",
-    };
-    private static readonly string[] Strikes = { "noStrike", "sngStrike", "dblStrike" };
-    private static readonly string[] Caps = { "none", "small", "all" };
-
     private readonly ElementSlot _rPr;
     private readonly FormatContext _context;
     private readonly Func<(TextInheritance Inheritance, System.Collections.Generic.List<OpenXmlElement> Chain)>? _inherited;
@@ -120,20 +112,20 @@ public sealed class PortionFormat : IPortionFormat
 
     public TextUnderlineType FontUnderline
     {
-        get => (TextUnderlineType)Array.IndexOf(Underlines, Attr("u"));
-        set => SetAttr("u", Named(Underlines, (int)value, nameof(FontUnderline)));
+        get => TextTokens.Underlines.Member(Attr("u"), TextUnderlineType.NotDefined);
+        set => SetAttr("u", TextTokens.Underlines.TokenOrNull(value, TextUnderlineType.NotDefined, "PortionFormat." + nameof(FontUnderline)));
     }
 
     public TextStrikethroughType StrikethroughType
     {
-        get => (TextStrikethroughType)Array.IndexOf(Strikes, Attr("strike"));
-        set => SetAttr("strike", Named(Strikes, (int)value, nameof(StrikethroughType)));
+        get => TextTokens.Strikes.Member(Attr("strike"), TextStrikethroughType.NotDefined);
+        set => SetAttr("strike", TextTokens.Strikes.TokenOrNull(value, TextStrikethroughType.NotDefined, "PortionFormat." + nameof(StrikethroughType)));
     }
 
     public TextCapType TextCapType
     {
-        get => (TextCapType)Array.IndexOf(Caps, Attr("cap"));
-        set => SetAttr("cap", Named(Caps, (int)value, nameof(TextCapType)));
+        get => TextTokens.Caps.Member(Attr("cap"), TextCapType.NotDefined);
+        set => SetAttr("cap", TextTokens.Caps.TokenOrNull(value, TextCapType.NotDefined, "PortionFormat." + nameof(TextCapType)));
     }
 
     public string LatinFont { get => Font("latin"); set => SetFont("latin", value, () => new A.LatinFont()); }
@@ -233,9 +225,9 @@ public sealed class PortionFormat : IPortionFormat
             FontHeight = (Inherited.Long(chain, "sz") ?? 1800) / 100f,
             FontBold = Inherited.Flag(chain, "b", false),
             FontItalic = Inherited.Flag(chain, "i", false),
-            FontUnderline = (TextUnderlineType)Inherited.Index(Underlines, Inherited.Attr(chain, "u"), 0),
-            StrikethroughType = (TextStrikethroughType)Inherited.Index(Strikes, Inherited.Attr(chain, "strike"), 0),
-            TextCapType = (TextCapType)Inherited.Index(Caps, Inherited.Attr(chain, "cap"), 0),
+            FontUnderline = TextTokens.Underlines.Member(Inherited.Attr(chain, "u"), TextUnderlineType.None),
+            StrikethroughType = TextTokens.Strikes.Member(Inherited.Attr(chain, "strike"), TextStrikethroughType.None),
+            TextCapType = TextTokens.Caps.Member(Inherited.Attr(chain, "cap"), TextCapType.None),
             LatinFont = FontOf("latin"),
             EastAsianFont = FontOf("ea"),
             ComplexScriptFont = FontOf("cs"),
@@ -285,13 +277,6 @@ public sealed class PortionFormat : IPortionFormat
         if (!(value >= min && value <= max))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member} must be between {min} and {max} (NaN to inherit)");
         SetAttr(name, AttributeAccess.Text((long)Math.Round(value * scale)));
-    }
-
-    private static string? Named(string[] names, int value, string member)
-    {
-        if (value < -1 || value >= names.Length)
-            throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member}: unknown value");
-        return value < 0 ? null : names[value];
     }
 
     private string Font(string name) =>
