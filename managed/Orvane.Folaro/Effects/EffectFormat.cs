@@ -54,7 +54,7 @@ public sealed class EffectFormat : IEffectFormat
 
     public bool IsNoEffects =>
         _properties(false) is not { } props
-        || (List(props) is not { } list || !list.HasChildren) && ElementOrder.First(props, "effectDag") == null;
+        || (List(props) is not { } list || !list.HasChildren) && SchemaOrder.First(props, "effectDag") == null;
 
     public IOuterShadow? OuterShadowEffect => Effect("outerShdw") is { } e ? new OuterShadow(e, _context) : null;
 
@@ -86,19 +86,19 @@ public sealed class EffectFormat : IEffectFormat
 
     public void DisableSoftEdgeEffect() => Disable("softEdge");
 
-    private static OpenXmlElement? List(OpenXmlElement props) => ElementOrder.First(props, "effectLst");
+    private static OpenXmlElement? List(OpenXmlElement props) => SchemaOrder.First(props, "effectLst");
 
     private OpenXmlElement? Effect(string name) =>
-        _properties(false) is { } props && List(props) is { } list ? ElementOrder.First(list, name) : null;
+        _properties(false) is { } props && List(props) is { } list ? SchemaOrder.First(list, name) : null;
 
     private void Enable(string name, Func<OpenXmlElement> create)
     {
         var props = _properties(true) ?? throw new PptxEditException($"{_context.Where}: the shape has no shape properties to hold effects");
-        if (ElementOrder.First(props, "effectDag") != null)
+        if (SchemaOrder.First(props, "effectDag") != null)
             throw new PptxEditException($"{_context.Where}: the shape's effects are an effect graph (a:effectDag), which cannot be edited as a list");
-        var list = ElementOrder.Ensure(props, "effectLst", () => new A.EffectList(), _propertiesOrder);
-        if (ElementOrder.First(list, name) == null)
-            ElementOrder.Insert(list, create(), Order);
+        var list = SchemaOrder.Ensure(props, "effectLst", () => new A.EffectList(), _propertiesOrder);
+        if (SchemaOrder.First(list, name) == null)
+            SchemaOrder.Insert(list, create(), Order);
     }
 
     // An emptied list stays: an empty a:effectLst says "no effects" where a theme style would add some.

@@ -9,13 +9,13 @@ internal static class EffectValues
     internal static OpenXmlElement Live(OpenXmlElement e, string what) =>
         e.Parent != null ? e : throw new PptxEditException($"{what}: the effect was disabled; enable it again and use the new one");
 
-    internal static float Points(OpenXmlElement e, string name) => Emu.ToPoints(ElementOrder.Long(e, name) ?? 0);
+    internal static float Points(OpenXmlElement e, string name) => Emu.ToPoints(AttributeAccess.Long(e, name) ?? 0);
 
     internal static void SetPoints(OpenXmlElement e, string name, float value, string what)
     {
         if (!(value >= 0) || float.IsInfinity(value))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"{what} must be finite and not negative");
-        ElementOrder.SetAttr(Live(e, what), name, ElementOrder.Text(Emu.FromPoints(value)));
+        AttributeAccess.SetAttr(Live(e, what), name, AttributeAccess.Text(Emu.FromPoints(value)));
     }
 }
 
@@ -52,7 +52,6 @@ public interface IOuterShadow
 
 public sealed class OuterShadow : IOuterShadow
 {
-    private static readonly string[] Aligns = { "tl", "t", "tr", "l", "ctr", "r", "bl", "b", "br" };
     private readonly OpenXmlElement _element;
     private readonly FormatContext _context;
 
@@ -70,7 +69,7 @@ public sealed class OuterShadow : IOuterShadow
 
     public float Direction
     {
-        get => (ElementOrder.Long(_element, "dir") ?? 0) / 60000f;
+        get => (AttributeAccess.Long(_element, "dir") ?? 0) / 60000f;
         set
         {
             if (!float.IsFinite(value))
@@ -78,7 +77,7 @@ public sealed class OuterShadow : IOuterShadow
             double d = value % 360.0;
             if (d < 0)
                 d += 360.0;
-            ElementOrder.SetAttr(Live, "dir", ElementOrder.Text((long)Math.Round(d * 60000) % 21600000));
+            AttributeAccess.SetAttr(Live, "dir", AttributeAccess.Text((long)Math.Round(d * 60000) % 21600000));
         }
     }
 
@@ -92,12 +91,12 @@ public sealed class OuterShadow : IOuterShadow
 
     public RectangleAlignment RectangleAlign
     {
-        get => (RectangleAlignment)Inherited.Index(Aligns, ElementOrder.Attr(_element, "algn"), (int)RectangleAlignment.Bottom);
+        get => FormatTokens.RectangleAlignments.Member(AttributeAccess.Attr(_element, "algn"), RectangleAlignment.Bottom);
         set
         {
-            if (!Enum.IsDefined(value))
+            if (!FormatTokens.RectangleAlignments.Has(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "OuterShadow.RectangleAlign must be an alignment");
-            ElementOrder.SetAttr(Live, "algn", Aligns[(int)value]);
+            AttributeAccess.SetAttr(Live, "algn", FormatTokens.RectangleAlignments.Token(value));
         }
     }
 
@@ -115,38 +114,38 @@ public sealed class OuterShadow : IOuterShadow
 
     public float SkewHorizontal
     {
-        get => (ElementOrder.Long(_element, "kx") ?? 0) / 60000f;
+        get => (AttributeAccess.Long(_element, "kx") ?? 0) / 60000f;
         set => SetSkew("kx", value, nameof(SkewHorizontal));
     }
 
     public float SkewVertical
     {
-        get => (ElementOrder.Long(_element, "ky") ?? 0) / 60000f;
+        get => (AttributeAccess.Long(_element, "ky") ?? 0) / 60000f;
         set => SetSkew("ky", value, nameof(SkewVertical));
     }
 
     public bool RotateShadowWithShape
     {
-        get => ElementOrder.Attr(_element, "rotWithShape") is not ("0" or "false");
-        set => ElementOrder.SetAttr(Live, "rotWithShape", value ? "1" : "0");
+        get => AttributeAccess.Attr(_element, "rotWithShape") is not ("0" or "false");
+        set => AttributeAccess.SetAttr(Live, "rotWithShape", value ? "1" : "0");
     }
 
     private OpenXmlElement Live => EffectValues.Live(_element, "OuterShadow");
 
-    private float Fraction(string name) => (ElementOrder.Long(_element, name) ?? 100000) / 100000f;
+    private float Fraction(string name) => (AttributeAccess.Long(_element, name) ?? 100000) / 100000f;
 
     private void SetFraction(string name, float value, string member)
     {
         if (!float.IsFinite(value) || Math.Abs(value) > 20000)
             throw new ArgumentOutOfRangeException(nameof(value), value, $"OuterShadow.{member} must be a finite fraction");
-        ElementOrder.SetAttr(Live, name, ElementOrder.Text((long)Math.Round(value * 100000.0)));
+        AttributeAccess.SetAttr(Live, name, AttributeAccess.Text((long)Math.Round(value * 100000.0)));
     }
 
     private void SetSkew(string name, float value, string member)
     {
         if (!(value > -90 && value < 90))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"OuterShadow.{member} must be between -90 and 90 degrees exclusive");
-        ElementOrder.SetAttr(Live, name, ElementOrder.Text((long)Math.Round(value * 60000.0)));
+        AttributeAccess.SetAttr(Live, name, AttributeAccess.Text((long)Math.Round(value * 60000.0)));
     }
 }
 

@@ -71,9 +71,6 @@ public interface IColorFormat
 
 public sealed class ColorFormat : IColorFormat
 {
-    private static readonly string[] SchemeNames =
-        { "bg1", "tx1", "bg2", "tx2", "accent1", "accent2", "accent3", "accent4", "accent5", "accent6", "hlink", "folHlink", "phClr", "dk1", "lt1", "dk2", "lt2" };
-
     private readonly ElementSlot _holder;
     private readonly FormatContext _context;
 
@@ -83,14 +80,14 @@ public sealed class ColorFormat : IColorFormat
         _context = context;
     }
 
-    public ColorType ColorType => Element(false)?.LocalName switch
+    public ColorType ColorType => Element(false) switch
     {
-        "srgbClr" => ColorType.RGB,
-        "scrgbClr" => ColorType.RGBPercentage,
-        "hslClr" => ColorType.HSL,
-        "schemeClr" => ColorType.Scheme,
-        "sysClr" => ColorType.System,
-        "prstClr" => ColorType.Preset,
+        A.RgbColorModelHex => ColorType.RGB,
+        A.RgbColorModelPercentage => ColorType.RGBPercentage,
+        A.HslColor => ColorType.HSL,
+        A.SchemeColor => ColorType.Scheme,
+        A.SystemColor => ColorType.System,
+        A.PresetColor => ColorType.Preset,
         _ => ColorType.NotDefined,
     };
 
@@ -110,34 +107,34 @@ public sealed class ColorFormat : IColorFormat
 
     public SchemeColor SchemeColor
     {
-        get => Element(false) is { LocalName: "schemeClr" } e ? (SchemeColor)Array.IndexOf(SchemeNames, ElementOrder.Attr(e, "val")) : SchemeColor.NotDefined;
+        get => Element(false) is A.SchemeColor e ? FormatTokens.SchemeColors.Member(AttributeAccess.Attr(e, "val"), SchemeColor.NotDefined) : SchemeColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ColorFormat.SchemeColor must be a scheme colour");
-            Store(new A.SchemeColor { Val = new A.SchemeColorValues(SchemeNames[(int)value]) });
+            Store(new A.SchemeColor { Val = new A.SchemeColorValues(FormatTokens.SchemeColors.Token(value)) });
         }
     }
 
     public PresetColor PresetColor
     {
-        get => Element(false) is { LocalName: "prstClr" } e ? (PresetColor)Array.IndexOf(XmlValues.PresetColor, ElementOrder.Attr(e, "val")) : PresetColor.NotDefined;
+        get => Element(false) is A.PresetColor e ? FormatTokens.PresetColors.Member(AttributeAccess.Attr(e, "val"), PresetColor.NotDefined) : PresetColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ColorFormat.PresetColor must be a preset colour");
-            Store(new A.PresetColor { Val = new A.PresetColorValues(XmlValues.PresetColor[(int)value]) });
+            Store(new A.PresetColor { Val = new A.PresetColorValues(FormatTokens.PresetColors.Token(value)) });
         }
     }
 
     public SystemColor SystemColor
     {
-        get => Element(false) is { LocalName: "sysClr" } e ? (SystemColor)Array.IndexOf(XmlValues.SystemColor, ElementOrder.Attr(e, "val")) : SystemColor.NotDefined;
+        get => Element(false) is A.SystemColor e ? FormatTokens.SystemColors.Member(AttributeAccess.Attr(e, "val"), SystemColor.NotDefined) : SystemColor.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ColorFormat.SystemColor must be a system colour");
-            Store(new A.SystemColor { Val = new A.SystemColorValues(XmlValues.SystemColor[(int)value]) });
+            Store(new A.SystemColor { Val = new A.SystemColorValues(FormatTokens.SystemColors.Token(value)) });
         }
     }
 
@@ -169,14 +166,14 @@ public sealed class ColorFormat : IColorFormat
     private OpenXmlElement? Element(bool create)
     {
         var holder = _holder(create);
-        return holder == null ? null : ElementOrder.FirstOf(holder, ColorMath.ColorElements);
+        return holder == null ? null : SchemaOrder.FirstOf(holder, ColorMath.ColorElements);
     }
 
     // A holder has exactly one colour element, first.
     private void Store(OpenXmlElement made)
     {
         var holder = _holder(true) ?? throw new PptxEditException($"{_context.Where}: there is no place for a colour");
-        var old = ElementOrder.FirstOf(holder, ColorMath.ColorElements);
+        var old = SchemaOrder.FirstOf(holder, ColorMath.ColorElements);
         if (old != null)
         {
             old.InsertBeforeSelf(made);

@@ -51,12 +51,36 @@ public interface IColorOperationCollection : IEnumerable<IColorOperation>
 
 public sealed class ColorOperationCollection : IColorOperationCollection
 {
-    private static readonly string[] Names =
-    {
-        "tint", "shade", "comp", "inv", "gray", "alpha", "alphaOff", "alphaMod", "hue", "hueOff", "hueMod",
-        "sat", "satOff", "satMod", "lum", "lumOff", "lumMod", "red", "redOff", "redMod", "green", "greenOff", "greenMod",
-        "blue", "blueOff", "blueMod", "gamma", "invGamma",
-    };
+    // The element name of each operation inside a colour element.
+    internal static readonly EnumTokens<ColorTransformOperation> Operations = new(
+        (ColorTransformOperation.Tint, "tint"),
+        (ColorTransformOperation.Shade, "shade"),
+        (ColorTransformOperation.Complement, "comp"),
+        (ColorTransformOperation.Inverse, "inv"),
+        (ColorTransformOperation.Gray, "gray"),
+        (ColorTransformOperation.Alpha, "alpha"),
+        (ColorTransformOperation.AlphaOffset, "alphaOff"),
+        (ColorTransformOperation.AlphaModulation, "alphaMod"),
+        (ColorTransformOperation.Hue, "hue"),
+        (ColorTransformOperation.HueOffset, "hueOff"),
+        (ColorTransformOperation.HueModulation, "hueMod"),
+        (ColorTransformOperation.Saturation, "sat"),
+        (ColorTransformOperation.SaturationOffset, "satOff"),
+        (ColorTransformOperation.SaturationModulation, "satMod"),
+        (ColorTransformOperation.Luminance, "lum"),
+        (ColorTransformOperation.LuminanceOffset, "lumOff"),
+        (ColorTransformOperation.LuminanceModulation, "lumMod"),
+        (ColorTransformOperation.Red, "red"),
+        (ColorTransformOperation.RedOffset, "redOff"),
+        (ColorTransformOperation.RedModulation, "redMod"),
+        (ColorTransformOperation.Green, "green"),
+        (ColorTransformOperation.GreenOffset, "greenOff"),
+        (ColorTransformOperation.GreenModulation, "greenMod"),
+        (ColorTransformOperation.Blue, "blue"),
+        (ColorTransformOperation.BlueOffset, "blueOff"),
+        (ColorTransformOperation.BlueModulation, "blueMod"),
+        (ColorTransformOperation.Gamma, "gamma"),
+        (ColorTransformOperation.InverseGamma, "invGamma"));
 
     private readonly Func<OpenXmlElement?> _color;
     private readonly FormatContext _context;
@@ -96,7 +120,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
         Indexes.CheckPlace(index, items.Count, "ColorOperationCollection.Insert");
         if (!HasValue(operation) && !float.IsNaN(parameter))
             throw new ArgumentException($"ColorOperationCollection.Insert: {operation} takes no parameter (give NaN)", nameof(parameter));
-        var typed = Create(color, Names[(int)operation]);
+        var typed = Create(color, Operations.Token(operation));
         var op = new ColorOperation(typed, operation);
         // The value is checked before the operation joins the colour, so a bad one leaves nothing behind.
         if (HasValue(operation))
@@ -123,8 +147,8 @@ public sealed class ColorOperationCollection : IColorOperationCollection
     IEnumerable<IColorOperation> IColorOperationCollection.AsIEnumerable => this;
 
     private List<IColorOperation> Items() =>
-        _color()?.ChildElements.Select(e => (e, i: Array.IndexOf(Names, e.LocalName))).Where(x => x.i >= 0)
-            .Select(x => (IColorOperation)new ColorOperation(x.e, (ColorTransformOperation)x.i)).ToList()
+        _color()?.ChildElements.Select(e => (e, op: Operations.Member(e.LocalName))).Where(x => x.op != null)
+            .Select(x => (IColorOperation)new ColorOperation(x.e, x.op!.Value)).ToList()
         ?? new List<IColorOperation>();
 
     private static ColorTransformOperation Known(ColorTransformOperation op) =>
@@ -162,7 +186,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
         public float Parameter
         {
             get => !HasValue(OperationType) ? float.NaN
-                : ElementOrder.Long(Element, "val") is long v ? (float)(IsAngle ? v / 60000.0 : v / 100000.0) : float.NaN;
+                : AttributeAccess.Long(Element, "val") is long v ? (float)(IsAngle ? v / 60000.0 : v / 100000.0) : float.NaN;
             set
             {
                 if (!HasValue(OperationType))
@@ -176,7 +200,7 @@ public sealed class ColorOperationCollection : IColorOperationCollection
                 if (nonNegative && value < 0)
                     throw new ArgumentOutOfRangeException(nameof(value), value, $"ColorOperation.Parameter: the {OperationType} parameter must not be negative");
                 long raw = (long)Math.Round(IsAngle ? value * 60000.0 : value * 100000.0);
-                ElementOrder.SetAttr(Element, "val", ElementOrder.Text(raw));
+                AttributeAccess.SetAttr(Element, "val", AttributeAccess.Text(raw));
             }
         }
 

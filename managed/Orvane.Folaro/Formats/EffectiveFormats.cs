@@ -5,6 +5,7 @@ using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
 using Orvane.Folaro.Theme;
 using Orvane.Marel;
+using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro;
 
@@ -77,13 +78,13 @@ internal static class EffectiveFormats
     {
         foreach (var (props, part) in source.Properties())
         {
-            if (ElementOrder.FirstOf(props, ElementOrder.Fills) is not { } fill)
+            if (SchemaOrder.FirstOf(props, SchemaOrder.Fills) is not { } fill)
                 continue;
-            if (fill.LocalName == "grpFill")
+            if (fill is A.GroupFill)
                 return GroupFill(source.Shape, part);
             return new Found(fill, part, default);
         }
-        if (source.Style() is { } style && ElementOrder.First(style, "fillRef") is { } fillRef)
+        if (source.Style()?.GetFirstChild<A.FillReference>() is { } fillRef)
             return StyleFill(fillRef, source.Part, theme);
         return default;
     }
@@ -94,8 +95,8 @@ internal static class EffectiveFormats
         for (var group = shape.Parent; group != null && group.LocalName == "grpSp"; group = group.Parent)
         {
             var props = group.ChildElements.FirstOrDefault(c => c.LocalName == "grpSpPr");
-            var fill = props == null ? null : ElementOrder.FirstOf(props, ElementOrder.Fills);
-            if (fill != null && fill.LocalName != "grpFill")
+            var fill = props == null ? null : SchemaOrder.FirstOf(props, SchemaOrder.Fills);
+            if (fill != null && fill is not A.GroupFill)
                 return new Found(fill, part, default);
             if (fill == null)
                 break;
@@ -105,14 +106,14 @@ internal static class EffectiveFormats
 
     private static Found StyleFill(OpenXmlElement fillRef, OpenXmlPart part, ThemeColors? theme)
     {
-        long idx = ElementOrder.Long(fillRef, "idx") ?? 0;
-        var placeholder = ElementOrder.FirstOf(fillRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+        long idx = AttributeAccess.Long(fillRef, "idx") ?? 0;
+        var placeholder = SchemaOrder.FirstOf(fillRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
         var scheme = ThemeChain.FormatScheme(part);
         if (idx <= 0 || scheme == null)
             return new Found(null, part, placeholder);
         OpenXmlElement? list = idx >= 1001 ? scheme.BackgroundFillStyleList : scheme.FillStyleList;
         long i = idx >= 1001 ? idx - 1001 : idx - 1;
-        var fills = list?.ChildElements.Where(e => Array.IndexOf(ElementOrder.Fills, e.LocalName) >= 0).ToList();
+        var fills = list?.ChildElements.Where(e => Array.IndexOf(SchemaOrder.Fills, e.LocalName) >= 0).ToList();
         var fill = fills != null && i < fills.Count ? fills[(int)i] : null;
         return new Found(fill, fill == null ? part : PartOf(fill), placeholder);
     }
@@ -122,36 +123,36 @@ internal static class EffectiveFormats
         var data = new FillFormatEffectiveData();
         var fill = found.Fill;
         Color Resolve(OpenXmlElement? holder) =>
-            holder != null && ElementOrder.FirstOf(holder, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme, found.PlaceholderColor) : Color.Empty;
-        switch (fill?.LocalName)
+            holder != null && SchemaOrder.FirstOf(holder, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme, found.PlaceholderColor) : Color.Empty;
+        switch (fill)
         {
-            case "solidFill":
+            case A.SolidFill:
                 data.FillType = FillType.Solid;
                 data.SolidFillColor = Resolve(fill);
                 break;
-            case "gradFill":
+            case A.GradientFill:
             {
                 data.FillType = FillType.Gradient;
-                var path = ElementOrder.First(fill, "path");
+                var path = fill.GetFirstChild<A.PathGradientFill>();
                 data.GradientShape = path == null ? GradientShape.Linear
-                    : ElementOrder.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
-                data.LinearGradientAngle = path != null ? float.NaN : (float)((ElementOrder.Long(ElementOrder.First(fill, "lin"), "ang") ?? 0) / 60000.0);
-                data.GradientStops = (ElementOrder.First(fill, "gsLst")?.ChildElements.Where(g => g.LocalName == "gs") ?? Enumerable.Empty<OpenXmlElement>())
-                    .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((ElementOrder.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
+                    : AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
+                data.LinearGradientAngle = path != null ? float.NaN : (float)((AttributeAccess.Long(fill.GetFirstChild<A.LinearGradientFill>(), "ang") ?? 0) / 60000.0);
+                data.GradientStops = (fill.GetFirstChild<A.GradientStopList>()?.Elements<A.GradientStop>() ?? Enumerable.Empty<A.GradientStop>())
+                    .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((AttributeAccess.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
                     .OrderBy(s => s.Position)
                     .ToArray();
                 break;
             }
-            case "pattFill":
+            case A.PatternFill:
                 data.FillType = FillType.Pattern;
-                data.PatternStyle = (PatternStyle)Inherited.Index(XmlValues.PatternStyle, ElementOrder.Attr(fill, "prst"), 0);
-                data.PatternForeColor = Resolve(ElementOrder.First(fill, "fgClr"));
-                data.PatternBackColor = Resolve(ElementOrder.First(fill, "bgClr"));
+                data.PatternStyle = FormatTokens.PatternStyles.Member(AttributeAccess.Attr(fill, "prst"), PatternStyle.Percent5);
+                data.PatternForeColor = Resolve(fill.GetFirstChild<A.ForegroundColor>());
+                data.PatternBackColor = Resolve(fill.GetFirstChild<A.BackgroundColor>());
                 break;
-            case "blipFill":
+            case A.BlipFill:
                 data.FillType = FillType.Picture;
-                data.PictureFillMode = ElementOrder.First(fill, "tile") != null ? PictureFillMode.Tile : PictureFillMode.Stretch;
-                data.ImageData = ElementOrder.First(fill, "blip") is { } blip ? ImageParts.Read(found.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
+                data.PictureFillMode = fill.GetFirstChild<A.Tile>() != null ? PictureFillMode.Tile : PictureFillMode.Stretch;
+                data.ImageData = fill.GetFirstChild<A.Blip>() is { } blip ? ImageParts.Read(found.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
                 break;
             default:
                 // No fill anywhere, a group fill outside a group, or noFill.
@@ -160,13 +161,6 @@ internal static class EffectiveFormats
         }
         return data;
     }
-
-    private static readonly string[] Dashes = { "solid", "dot", "dash", "lgDash", "dashDot", "lgDashDot", "lgDashDotDot", "sysDash", "sysDot", "sysDashDot", "sysDashDotDot" };
-    private static readonly string[] Compounds = { "sng", "dbl", "thinThick", "thickThin", "tri" };
-    private static readonly string[] Caps = { "rnd", "sq", "flat" };
-    private static readonly string[] Joins = { "round", "bevel", "miter" };
-    private static readonly string[] Heads = { "none", "triangle", "stealth", "diamond", "oval", "arrow" };
-    private static readonly string[] Sizes = { "sm", "med", "lg" };
 
     internal static ILineFormatEffectiveData Line(LineFormat format)
     {
@@ -179,13 +173,13 @@ internal static class EffectiveFormats
             var source = inheritance();
             theme = ThemeColors.Of(source.Part);
             foreach (var (props, part) in source.Properties())
-                if (ElementOrder.First(props, "ln") is { } ln)
+                if (props.GetFirstChild<A.Outline>() is { } ln)
                     chain.Add((ln, part));
-            if (source.Style() is { } style && ElementOrder.First(style, "lnRef") is { } lnRef)
+            if (source.Style()?.GetFirstChild<A.LineReference>() is { } lnRef)
             {
-                placeholder = ElementOrder.FirstOf(lnRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
-                long idx = ElementOrder.Long(lnRef, "idx") ?? 0;
-                var lines = ThemeChain.FormatScheme(source.Part)?.LineStyleList?.ChildElements.Where(e => e.LocalName == "ln").ToList();
+                placeholder = SchemaOrder.FirstOf(lnRef, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+                long idx = AttributeAccess.Long(lnRef, "idx") ?? 0;
+                var lines = ThemeChain.FormatScheme(source.Part)?.LineStyleList?.Elements<A.Outline>().ToList();
                 if (idx >= 1 && lines != null && idx <= lines.Count)
                     chain.Add((lines[(int)idx - 1], PartOf(lines[(int)idx - 1])));
             }
@@ -194,28 +188,28 @@ internal static class EffectiveFormats
             chain.Add((ownLine, format.Context.Part));
 
         var elements = chain.Select(c => c.Line).ToList();
-        var fill = chain.Select(c => ElementOrder.FirstOf(c.Line, ElementOrder.LineFills)).FirstOrDefault(f => f != null);
+        var fill = chain.Select(c => SchemaOrder.FirstOf(c.Line, SchemaOrder.LineFills)).FirstOrDefault(f => f != null);
         var fillData = Build(new Found(fill, null, placeholder), theme);
-        IEnumerable<OpenXmlElement> Ends(string name) => elements.Select(e => ElementOrder.First(e, name)).Where(e => e != null)!;
+        IEnumerable<OpenXmlElement> Ends<TEnd>() where TEnd : OpenXmlElement => elements.Select(e => e.GetFirstChild<TEnd>()).Where(e => e != null)!;
         var dash = Inherited.Child(elements, new[] { "prstDash", "custDash" });
-        var join = Inherited.Child(elements, Joins);
+        var join = Inherited.Child(elements, FormatTokens.LineJoins.Tokens);
         return new LineFormatEffectiveData
         {
             FillFormat = fillData,
             // Nothing sets a width: the thinnest line the device draws.
             Width = Inherited.Long(elements, "w") is long w ? Emu.ToPoints(w) : 0f,
             DashStyle = dash == null ? LineDashStyle.Solid
-                : dash.LocalName == "custDash" ? LineDashStyle.Custom
-                : (LineDashStyle)Inherited.Index(Dashes, ElementOrder.Attr(dash, "val"), 0),
-            Style = (LineStyle)Inherited.Index(Compounds, Inherited.Attr(elements, "cmpd"), 0),
-            CapStyle = (LineCapStyle)Inherited.Index(Caps, Inherited.Attr(elements, "cap"), 2),
-            JoinStyle = join == null ? LineJoinStyle.Round : (LineJoinStyle)Array.IndexOf(Joins, join.LocalName),
-            BeginArrowheadStyle = (LineArrowheadStyle)Inherited.Index(Heads, Inherited.Attr(Ends("headEnd"), "type"), 0),
-            BeginArrowheadWidth = (LineArrowheadWidth)Inherited.Index(Sizes, Inherited.Attr(Ends("headEnd"), "w"), 1),
-            BeginArrowheadLength = (LineArrowheadLength)Inherited.Index(Sizes, Inherited.Attr(Ends("headEnd"), "len"), 1),
-            EndArrowheadStyle = (LineArrowheadStyle)Inherited.Index(Heads, Inherited.Attr(Ends("tailEnd"), "type"), 0),
-            EndArrowheadWidth = (LineArrowheadWidth)Inherited.Index(Sizes, Inherited.Attr(Ends("tailEnd"), "w"), 1),
-            EndArrowheadLength = (LineArrowheadLength)Inherited.Index(Sizes, Inherited.Attr(Ends("tailEnd"), "len"), 1),
+                : dash is A.CustomDash ? LineDashStyle.Custom
+                : FormatTokens.LineDashes.Member(AttributeAccess.Attr(dash, "val"), LineDashStyle.Solid),
+            Style = FormatTokens.LineCompounds.Member(Inherited.Attr(elements, "cmpd"), LineStyle.Single),
+            CapStyle = FormatTokens.LineCaps.Member(Inherited.Attr(elements, "cap"), LineCapStyle.Flat),
+            JoinStyle = join == null ? LineJoinStyle.Round : FormatTokens.LineJoins.Member(join.LocalName, LineJoinStyle.NotDefined),
+            BeginArrowheadStyle = FormatTokens.LineEndTypes.Member(Inherited.Attr(Ends<A.HeadEnd>(), "type"), LineArrowheadStyle.None),
+            BeginArrowheadWidth = FormatTokens.LineEndWidths.Member(Inherited.Attr(Ends<A.HeadEnd>(), "w"), LineArrowheadWidth.Medium),
+            BeginArrowheadLength = FormatTokens.LineEndLengths.Member(Inherited.Attr(Ends<A.HeadEnd>(), "len"), LineArrowheadLength.Medium),
+            EndArrowheadStyle = FormatTokens.LineEndTypes.Member(Inherited.Attr(Ends<A.TailEnd>(), "type"), LineArrowheadStyle.None),
+            EndArrowheadWidth = FormatTokens.LineEndWidths.Member(Inherited.Attr(Ends<A.TailEnd>(), "w"), LineArrowheadWidth.Medium),
+            EndArrowheadLength = FormatTokens.LineEndLengths.Member(Inherited.Attr(Ends<A.TailEnd>(), "len"), LineArrowheadLength.Medium),
         };
     }
 }

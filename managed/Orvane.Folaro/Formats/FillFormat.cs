@@ -61,7 +61,7 @@ public sealed class FillFormat : IFillFormat
     private OpenXmlElement? _fixed;
 
     internal static FillFormat Fixed(OpenXmlElement fill, FormatContext context) =>
-        new(_ => fill.Parent, Array.Empty<string>(), ElementOrder.Fills, context) { _fixed = fill };
+        new(_ => fill.Parent, Array.Empty<string>(), SchemaOrder.Fills, context) { _fixed = fill };
 
     /// <summary>Where the effective fill comes from when this one is not set (the shape's inheritance), or null.</summary>
     internal Func<EffectiveFormats.Source>? Inheritance { get; init; }
@@ -91,7 +91,7 @@ public sealed class FillFormat : IFillFormat
             if (value == FillType.NotDefined)
             {
                 if (_properties(false) is { } props)
-                    ElementOrder.Replace(props, _kinds, null, _order);
+                    SchemaOrder.Replace(props, _kinds, null, _order);
                 return;
             }
             string name = NameOf(value);
@@ -111,7 +111,7 @@ public sealed class FillFormat : IFillFormat
 
     public override string ToString() => $"FillFormat [{FillType}]";
 
-    internal OpenXmlElement? Fill(bool create) => _fixed ?? (_properties(create) is { } props ? ElementOrder.FirstOf(props, _kinds) : null);
+    internal OpenXmlElement? Fill(bool create) => _fixed ?? (_properties(create) is { } props ? SchemaOrder.FirstOf(props, _kinds) : null);
 
     /// <summary>The fill element of this kind, made (replacing another kind) when the fill is not of it.</summary>
     internal OpenXmlElement Ensure(FillType type)
@@ -145,7 +145,7 @@ public sealed class FillFormat : IFillFormat
             FillType.Picture => new A.BlipFill(new A.Blip(), new A.Stretch(new A.FillRectangle())) { RotateWithShape = true },
             _ => new A.GroupFill(),
         };
-        ElementOrder.Replace(props, _kinds, made, _order);
+        SchemaOrder.Replace(props, _kinds, made, _order);
         return made;
     }
 

@@ -72,8 +72,8 @@ public sealed class GradientFormat : IGradientFormat
         {
             if (Existing is not { } g)
                 return GradientShape.NotDefined;
-            if (ElementOrder.First(g, "path") is { } path)
-                return ElementOrder.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
+            if (SchemaOrder.First(g, "path") is { } path)
+                return AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
             return GradientShape.Linear;
         }
         set
@@ -87,7 +87,7 @@ public sealed class GradientFormat : IGradientFormat
                 {
                     Path = value switch { GradientShape.Radial => A.PathShadeValues.Circle, GradientShape.Rectangle => A.PathShadeValues.Rectangle, _ => A.PathShadeValues.Shape },
                 };
-            ElementOrder.Replace(g, new[] { "lin", "path" }, made, ElementOrder.GradientFill);
+            SchemaOrder.Replace(g, new[] { "lin", "path" }, made, SchemaOrder.GradientFill);
         }
     }
 
@@ -95,9 +95,9 @@ public sealed class GradientFormat : IGradientFormat
     {
         get
         {
-            if (Existing is not { } g || ElementOrder.First(g, "path") != null)
+            if (Existing is not { } g || SchemaOrder.First(g, "path") != null)
                 return float.NaN;
-            return ElementOrder.Long(ElementOrder.First(g, "lin"), "ang") is long a ? (float)(a / 60000.0) : 0f;
+            return AttributeAccess.Long(SchemaOrder.First(g, "lin"), "ang") is long a ? (float)(a / 60000.0) : 0f;
         }
         set
         {
@@ -107,13 +107,13 @@ public sealed class GradientFormat : IGradientFormat
             double degrees = value % 360.0;
             if (degrees < 0)
                 degrees += 360.0;
-            var lin = ElementOrder.First(g, "lin");
+            var lin = SchemaOrder.First(g, "lin");
             if (lin == null)
             {
                 lin = new A.LinearGradientFill { Scaled = false };
-                ElementOrder.Replace(g, new[] { "lin", "path" }, lin, ElementOrder.GradientFill);
+                SchemaOrder.Replace(g, new[] { "lin", "path" }, lin, SchemaOrder.GradientFill);
             }
-            ElementOrder.SetAttr(lin, "ang", ElementOrder.Text((long)Math.Round(degrees * 60000) % 21600000));
+            AttributeAccess.SetAttr(lin, "ang", AttributeAccess.Text((long)Math.Round(degrees * 60000) % 21600000));
         }
     }
 
@@ -204,7 +204,7 @@ public sealed class GradientStopCollection : IGradientStopCollection
         var g = create ? _fill.Ensure(FillType.Gradient) : _fill.Fill(false) is { LocalName: "gradFill" } e ? e : null;
         if (g == null)
             return null;
-        return ElementOrder.First(g, "gsLst") ?? (create ? ElementOrder.Insert(g, new A.GradientStopList(), ElementOrder.GradientFill) : null);
+        return SchemaOrder.First(g, "gsLst") ?? (create ? SchemaOrder.Insert(g, new A.GradientStopList(), SchemaOrder.GradientFill) : null);
     }
 
     private List<OpenXmlElement> Stops() => List(false)?.ChildElements.Where(c => c.LocalName == "gs").ToList() ?? new List<OpenXmlElement>();
@@ -222,11 +222,11 @@ public sealed class GradientStopCollection : IGradientStopCollection
 
         public float Position
         {
-            get => (float)((ElementOrder.Long(_element, "pos") ?? 0) / 100000.0);
+            get => (float)((AttributeAccess.Long(_element, "pos") ?? 0) / 100000.0);
             set
             {
                 CheckPosition(value);
-                ElementOrder.SetAttr(_element, "pos", ElementOrder.Text((long)Math.Round(value * 100000.0)));
+                AttributeAccess.SetAttr(_element, "pos", AttributeAccess.Text((long)Math.Round(value * 100000.0)));
             }
         }
 

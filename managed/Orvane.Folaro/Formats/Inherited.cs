@@ -1,4 +1,3 @@
-using System;
 using System.Collections.Generic;
 using DocumentFormat.OpenXml;
 
@@ -10,7 +9,7 @@ internal static class Inherited
     internal static string? Attr(IEnumerable<OpenXmlElement> chain, string name)
     {
         foreach (var e in chain)
-            if (ElementOrder.Attr(e, name) is { } v)
+            if (AttributeAccess.Attr(e, name) is { } v)
                 return v;
         return null;
     }
@@ -25,16 +24,10 @@ internal static class Inherited
     internal static OpenXmlElement? Child(IEnumerable<OpenXmlElement> chain, string[] names)
     {
         foreach (var e in chain)
-            if (ElementOrder.FirstOf(e, names) is { } c)
+            if (SchemaOrder.FirstOf(e, names) is { } c)
                 return c;
         return null;
     }
 
     internal static OpenXmlElement? Child(IEnumerable<OpenXmlElement> chain, string name) => Child(chain, new[] { name });
-
-    internal static int Index(string[] names, string? value, int fallback)
-    {
-        int i = value == null ? -1 : Array.IndexOf(names, value);
-        return i < 0 ? fallback : i;
-    }
 }

@@ -82,13 +82,6 @@ public interface ILineFormat
 
 public sealed class LineFormat : ILineFormat
 {
-    private static readonly string[] Dashes = { "solid", "dot", "dash", "lgDash", "dashDot", "lgDashDot", "lgDashDotDot", "sysDash", "sysDot", "sysDashDot", "sysDashDotDot" };
-    private static readonly string[] Compounds = { "sng", "dbl", "thinThick", "thickThin", "tri" };
-    private static readonly string[] Caps = { "rnd", "sq", "flat" };
-    private static readonly string[] Joins = { "round", "bevel", "miter" };
-    private static readonly string[] Heads = { "none", "triangle", "stealth", "diamond", "oval", "arrow" };
-    private static readonly string[] Sizes = { "sm", "med", "lg" };
-
     private readonly ElementSlot _line;
     private readonly FormatContext _context;
 
@@ -100,18 +93,18 @@ public sealed class LineFormat : ILineFormat
 
     public float Width
     {
-        get => ElementOrder.Long(_line(false), "w") is long w ? Emu.ToPoints(w) : float.NaN;
+        get => AttributeAccess.Long(_line(false), "w") is long w ? Emu.ToPoints(w) : float.NaN;
         set
         {
             if (float.IsNaN(value))
             {
                 if (_line(false) is { } l)
-                    ElementOrder.SetAttr(l, "w", null);
+                    AttributeAccess.SetAttr(l, "w", null);
                 return;
             }
             if (!(value >= 0 && value <= 1584))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "LineFormat.Width must be between 0 and 1584 points (NaN to inherit)");
-            ElementOrder.SetAttr(Line(), "w", ElementOrder.Text(Emu.FromPoints(value)));
+            AttributeAccess.SetAttr(Line(), "w", AttributeAccess.Text(Emu.FromPoints(value)));
         }
     }
 
@@ -122,9 +115,9 @@ public sealed class LineFormat : ILineFormat
             var l = _line(false);
             if (l == null)
                 return LineDashStyle.NotDefined;
-            if (ElementOrder.First(l, "custDash") != null)
+            if (l.GetFirstChild<A.CustomDash>() != null)
                 return LineDashStyle.Custom;
-            return ElementOrder.First(l, "prstDash") is { } d ? (LineDashStyle)Array.IndexOf(Dashes, ElementOrder.Attr(d, "val") ?? "solid") : LineDashStyle.NotDefined;
+            return l.GetFirstChild<A.PresetDash>() is { } d ? FormatTokens.LineDashes.Member(AttributeAccess.Attr(d, "val") ?? "solid", LineDashStyle.NotDefined) : LineDashStyle.NotDefined;
         }
         set
         {
@@ -133,28 +126,28 @@ public sealed class LineFormat : ILineFormat
             if (value == LineDashStyle.NotDefined)
             {
                 if (_line(false) is { } l)
-                    ElementOrder.Replace(l, new[] { "prstDash", "custDash" }, null, ElementOrder.Line);
+                    SchemaOrder.Replace(l, new[] { "prstDash", "custDash" }, null, SchemaOrder.Line);
                 return;
             }
-            ElementOrder.Replace(Line(), new[] { "prstDash", "custDash" }, new A.PresetDash { Val = new A.PresetLineDashValues(Dashes[(int)value]) }, ElementOrder.Line);
+            SchemaOrder.Replace(Line(), new[] { "prstDash", "custDash" }, new A.PresetDash { Val = new A.PresetLineDashValues(FormatTokens.LineDashes.Token(value)) }, SchemaOrder.Line);
         }
     }
 
     public LineStyle Style
     {
-        get => (LineStyle)Array.IndexOf(Compounds, _line(false) is { } l ? ElementOrder.Attr(l, "cmpd") : null);
-        set => SetAttr("cmpd", (int)value, Compounds, nameof(Style));
+        get => FormatTokens.LineCompounds.Member(_line(false) is { } l ? AttributeAccess.Attr(l, "cmpd") : null, LineStyle.NotDefined);
+        set => SetAttr("cmpd", value, LineStyle.NotDefined, FormatTokens.LineCompounds, nameof(Style));
     }
 
     public LineCapStyle CapStyle
     {
-        get => (LineCapStyle)Array.IndexOf(Caps, _line(false) is { } l ? ElementOrder.Attr(l, "cap") : null);
-        set => SetAttr("cap", (int)value, Caps, nameof(CapStyle));
+        get => FormatTokens.LineCaps.Member(_line(false) is { } l ? AttributeAccess.Attr(l, "cap") : null, LineCapStyle.NotDefined);
+        set => SetAttr("cap", value, LineCapStyle.NotDefined, FormatTokens.LineCaps, nameof(CapStyle));
     }
 
     public LineJoinStyle JoinStyle
     {
-        get => _line(false) is { } l && ElementOrder.FirstOf(l, Joins) is { } j ? (LineJoinStyle)Array.IndexOf(Joins, j.LocalName) : LineJoinStyle.NotDefined;
+        get => _line(false) is { } l && SchemaOrder.FirstOf(l, FormatTokens.LineJoins.Tokens) is { } j ? FormatTokens.LineJoins.Member(j.LocalName, LineJoinStyle.NotDefined) : LineJoinStyle.NotDefined;
         set
         {
             if (!Enum.IsDefined(value))
@@ -162,22 +155,22 @@ public sealed class LineFormat : ILineFormat
             if (value == LineJoinStyle.NotDefined)
             {
                 if (_line(false) is { } l)
-                    ElementOrder.Replace(l, Joins, null, ElementOrder.Line);
+                    SchemaOrder.Replace(l, FormatTokens.LineJoins.Tokens, null, SchemaOrder.Line);
                 return;
             }
             OpenXmlElement made = value switch { LineJoinStyle.Round => new A.Round(), LineJoinStyle.Bevel => new A.LineJoinBevel(), _ => new A.Miter { Limit = 800000 } };
-            ElementOrder.Replace(Line(), Joins, made, ElementOrder.Line);
+            SchemaOrder.Replace(Line(), FormatTokens.LineJoins.Tokens, made, SchemaOrder.Line);
         }
     }
 
-    public LineArrowheadStyle BeginArrowheadStyle { get => (LineArrowheadStyle)EndAttr("headEnd", "type", Heads); set => SetEndAttr("headEnd", "type", (int)value, Heads, nameof(BeginArrowheadStyle)); }
-    public LineArrowheadWidth BeginArrowheadWidth { get => (LineArrowheadWidth)EndAttr("headEnd", "w", Sizes); set => SetEndAttr("headEnd", "w", (int)value, Sizes, nameof(BeginArrowheadWidth)); }
-    public LineArrowheadLength BeginArrowheadLength { get => (LineArrowheadLength)EndAttr("headEnd", "len", Sizes); set => SetEndAttr("headEnd", "len", (int)value, Sizes, nameof(BeginArrowheadLength)); }
-    public LineArrowheadStyle EndArrowheadStyle { get => (LineArrowheadStyle)EndAttr("tailEnd", "type", Heads); set => SetEndAttr("tailEnd", "type", (int)value, Heads, nameof(EndArrowheadStyle)); }
-    public LineArrowheadWidth EndArrowheadWidth { get => (LineArrowheadWidth)EndAttr("tailEnd", "w", Sizes); set => SetEndAttr("tailEnd", "w", (int)value, Sizes, nameof(EndArrowheadWidth)); }
-    public LineArrowheadLength EndArrowheadLength { get => (LineArrowheadLength)EndAttr("tailEnd", "len", Sizes); set => SetEndAttr("tailEnd", "len", (int)value, Sizes, nameof(EndArrowheadLength)); }
+    public LineArrowheadStyle BeginArrowheadStyle { get => EndAttr<A.HeadEnd, LineArrowheadStyle>("type", LineArrowheadStyle.NotDefined, FormatTokens.LineEndTypes); set => SetEndAttr<A.HeadEnd, LineArrowheadStyle>("type", value, LineArrowheadStyle.NotDefined, FormatTokens.LineEndTypes, nameof(BeginArrowheadStyle)); }
+    public LineArrowheadWidth BeginArrowheadWidth { get => EndAttr<A.HeadEnd, LineArrowheadWidth>("w", LineArrowheadWidth.NotDefined, FormatTokens.LineEndWidths); set => SetEndAttr<A.HeadEnd, LineArrowheadWidth>("w", value, LineArrowheadWidth.NotDefined, FormatTokens.LineEndWidths, nameof(BeginArrowheadWidth)); }
+    public LineArrowheadLength BeginArrowheadLength { get => EndAttr<A.HeadEnd, LineArrowheadLength>("len", LineArrowheadLength.NotDefined, FormatTokens.LineEndLengths); set => SetEndAttr<A.HeadEnd, LineArrowheadLength>("len", value, LineArrowheadLength.NotDefined, FormatTokens.LineEndLengths, nameof(BeginArrowheadLength)); }
+    public LineArrowheadStyle EndArrowheadStyle { get => EndAttr<A.TailEnd, LineArrowheadStyle>("type", LineArrowheadStyle.NotDefined, FormatTokens.LineEndTypes); set => SetEndAttr<A.TailEnd, LineArrowheadStyle>("type", value, LineArrowheadStyle.NotDefined, FormatTokens.LineEndTypes, nameof(EndArrowheadStyle)); }
+    public LineArrowheadWidth EndArrowheadWidth { get => EndAttr<A.TailEnd, LineArrowheadWidth>("w", LineArrowheadWidth.NotDefined, FormatTokens.LineEndWidths); set => SetEndAttr<A.TailEnd, LineArrowheadWidth>("w", value, LineArrowheadWidth.NotDefined, FormatTokens.LineEndWidths, nameof(EndArrowheadWidth)); }
+    public LineArrowheadLength EndArrowheadLength { get => EndAttr<A.TailEnd, LineArrowheadLength>("len", LineArrowheadLength.NotDefined, FormatTokens.LineEndLengths); set => SetEndAttr<A.TailEnd, LineArrowheadLength>("len", value, LineArrowheadLength.NotDefined, FormatTokens.LineEndLengths, nameof(EndArrowheadLength)); }
 
-    public IFillFormat FillFormat => new FillFormat(create => _line(create), ElementOrder.Line, ElementOrder.LineFills, _context);
+    public IFillFormat FillFormat => new FillFormat(create => _line(create), SchemaOrder.Line, SchemaOrder.LineFills, _context);
 
     /// <summary>Where the effective line comes from when this one leaves a property unset, or null.</summary>
     internal Func<EffectiveFormats.Source>? Inheritance { get; init; }
@@ -192,36 +185,31 @@ public sealed class LineFormat : ILineFormat
 
     private OpenXmlElement Line() => _line(true) ?? throw new PptxEditException($"{_context.Where}: there is no place for a line");
 
-    private void SetAttr(string name, int value, string[] names, string member)
+    private void SetAttr<TEnum>(string name, TEnum value, TEnum notDefined, EnumTokens<TEnum> tokens, string member) where TEnum : struct, Enum
     {
-        if (value < -1 || value >= names.Length)
-            throw new ArgumentOutOfRangeException(nameof(value), value, $"LineFormat.{member}: unknown value");
-        if (value < 0)
+        if (tokens.TokenOrNull(value, notDefined, $"LineFormat.{member}") is not { } token)
         {
             if (_line(false) is { } l)
-                ElementOrder.SetAttr(l, name, null);
+                AttributeAccess.SetAttr(l, name, null);
             return;
         }
-        ElementOrder.SetAttr(Line(), name, names[value]);
+        AttributeAccess.SetAttr(Line(), name, token);
     }
 
-    private int EndAttr(string end, string name, string[] names)
-    {
-        var e = _line(false) is { } l ? ElementOrder.First(l, end) : null;
-        return e == null ? -1 : Array.IndexOf(names, ElementOrder.Attr(e, name));
-    }
+    private TEnum EndAttr<TEnd, TEnum>(string name, TEnum notDefined, EnumTokens<TEnum> tokens) where TEnd : OpenXmlElement where TEnum : struct, Enum =>
+        _line(false)?.GetFirstChild<TEnd>() is { } e ? tokens.Member(AttributeAccess.Attr(e, name), notDefined) : notDefined;
 
-    private void SetEndAttr(string end, string name, int value, string[] names, string member)
+    private void SetEndAttr<TEnd, TEnum>(string name, TEnum value, TEnum notDefined, EnumTokens<TEnum> tokens, string member)
+        where TEnd : OpenXmlElement, new() where TEnum : struct, Enum
     {
-        if (value < -1 || value >= names.Length)
-            throw new ArgumentOutOfRangeException(nameof(value), value, $"LineFormat.{member}: unknown value");
-        if (value < 0)
+        if (tokens.TokenOrNull(value, notDefined, $"LineFormat.{member}") is not { } token)
         {
-            if (_line(false) is { } l && ElementOrder.First(l, end) is { } e)
-                ElementOrder.SetAttr(e, name, null);
+            if (_line(false)?.GetFirstChild<TEnd>() is { } e)
+                AttributeAccess.SetAttr(e, name, null);
             return;
         }
-        var made = ElementOrder.Ensure(Line(), end, () => end == "headEnd" ? new A.HeadEnd() : new A.TailEnd(), ElementOrder.Line);
-        ElementOrder.SetAttr(made, name, names[value]);
+        var line = Line();
+        var made = line.GetFirstChild<TEnd>() ?? SchemaOrder.Insert(line, new TEnd(), SchemaOrder.Line);
+        AttributeAccess.SetAttr(made, name, token);
     }
 }

@@ -23,16 +23,16 @@ public sealed class PatternFormat : IPatternFormat
         _fill = fill;
     }
 
-    private OpenXmlElement? Existing => _fill.Fill(false) is { LocalName: "pattFill" } p ? p : null;
+    private OpenXmlElement? Existing => _fill.Fill(false) as A.PatternFill;
 
     public PatternStyle PatternStyle
     {
-        get => Existing is { } p ? (PatternStyle)Array.IndexOf(XmlValues.PatternStyle, ElementOrder.Attr(p, "prst") ?? "pct5") : PatternStyle.NotDefined;
+        get => Existing is { } p ? FormatTokens.PatternStyles.Member(AttributeAccess.Attr(p, "prst") ?? "pct5", PatternStyle.NotDefined) : PatternStyle.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PatternFormat.PatternStyle must be a preset pattern");
-            ElementOrder.SetAttr(_fill.Ensure(FillType.Pattern), "prst", XmlValues.PatternStyle[(int)value]);
+            AttributeAccess.SetAttr(_fill.Ensure(FillType.Pattern), "prst", FormatTokens.PatternStyles.Token(value));
         }
     }
 
@@ -42,8 +42,8 @@ public sealed class PatternFormat : IPatternFormat
 
     private IColorFormat Color(string name, Func<OpenXmlElement> make) =>
         new ColorFormat(create => create
-            ? ElementOrder.Ensure(_fill.Ensure(FillType.Pattern), name, make, ElementOrder.PatternFill)
-            : Existing is { } p ? ElementOrder.First(p, name) : null, _fill.Context);
+            ? SchemaOrder.Ensure(_fill.Ensure(FillType.Pattern), name, make, SchemaOrder.PatternFill)
+            : Existing is { } p ? SchemaOrder.First(p, name) : null, _fill.Context);
 
     public override string ToString() => $"PatternFormat [{PatternStyle}]";
 }

@@ -90,7 +90,7 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private static readonly string[] Modes = { "tile", "stretch" };
     private readonly ElementSlot _blipFill;
 
-    internal PictureFillFormat(FillFormat fill) : this(create => create ? fill.Ensure(FillType.Picture) : fill.Fill(false) is { LocalName: "blipFill" } b ? b : null, fill.Context)
+    internal PictureFillFormat(FillFormat fill) : this(create => create ? fill.Ensure(FillType.Picture) : fill.Fill(false) as A.BlipFill, fill.Context)
     {
     }
 
@@ -113,18 +113,18 @@ public sealed class PictureFillFormat : IPictureFillFormat
     public PictureFillMode PictureFillMode
     {
         get => Existing is not { } b ? PictureFillMode.NotDefined
-            : ElementOrder.First(b, "tile") != null ? PictureFillMode.Tile
+            : b.GetFirstChild<A.Tile>() != null ? PictureFillMode.Tile
             : PictureFillMode.Stretch;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.PictureFillMode must be Tile or Stretch");
-            if (value == PictureFillMode && ElementOrder.FirstOf(Made, Modes) != null)
+            if (value == PictureFillMode && SchemaOrder.FirstOf(Made, Modes) != null)
                 return;
             OpenXmlElement made = value == PictureFillMode.Tile
                 ? new A.Tile { HorizontalOffset = 0, VerticalOffset = 0, HorizontalRatio = 100000, VerticalRatio = 100000, Flip = A.TileFlipValues.None, Alignment = A.RectangleAlignmentValues.TopLeft }
                 : new A.Stretch(new A.FillRectangle());
-            ElementOrder.Replace(Made, Modes, made, ElementOrder.BlipFill);
+            SchemaOrder.Replace(Made, Modes, made, SchemaOrder.BlipFill);
         }
     }
 
@@ -152,34 +152,31 @@ public sealed class PictureFillFormat : IPictureFillFormat
 
     public RectangleAlignment TileAlignment
     {
-        get => Tile(false) is { } t ? (RectangleAlignment)Math.Max(0, Array.IndexOf(Alignments, ElementOrder.Attr(t, "algn") ?? "tl")) : RectangleAlignment.NotDefined;
+        get => Tile(false) is { } t ? FormatTokens.RectangleAlignments.Member(AttributeAccess.Attr(t, "algn"), RectangleAlignment.TopLeft) : RectangleAlignment.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileAlignment must be one of the nine alignments");
-            ElementOrder.SetAttr(Tile(true)!, "algn", Alignments[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "algn", FormatTokens.RectangleAlignments.Token(value));
         }
     }
 
     public TileFlip TileFlip
     {
-        get => Tile(false) is { } t ? (TileFlip)Math.Max(0, Array.IndexOf(Flips, ElementOrder.Attr(t, "flip") ?? "none")) : TileFlip.NotDefined;
+        get => Tile(false) is { } t ? FormatTokens.TileFlips.Member(AttributeAccess.Attr(t, "flip"), TileFlip.NoFlip) : TileFlip.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "PictureFillFormat.TileFlip must be NoFlip, FlipX, FlipY or FlipBoth");
-            ElementOrder.SetAttr(Tile(true)!, "flip", Flips[(int)value]);
+            AttributeAccess.SetAttr(Tile(true)!, "flip", FormatTokens.TileFlips.Token(value));
         }
     }
 
     public override string ToString() => $"PictureFillFormat [{PictureFillMode}]";
 
-    private static readonly string[] Alignments = { "tl", "t", "tr", "l", "ctr", "r", "bl", "b", "br" };
-    private static readonly string[] Flips = { "none", "x", "y", "xy" };
-
     internal OpenXmlElement? Blip(bool create) =>
-        create ? ElementOrder.Ensure(Made, "blip", () => new A.Blip(), ElementOrder.BlipFill)
-            : Existing is { } b ? ElementOrder.First(b, "blip") : null;
+        create ? SchemaOrder.Ensure(Made, "blip", () => new A.Blip(), SchemaOrder.BlipFill)
+            : Existing?.GetFirstChild<A.Blip>();
 
     internal void SetImage(IPPImage image, string where)
     {
@@ -187,13 +184,13 @@ public sealed class PictureFillFormat : IPictureFillFormat
         var blip = Blip(true)!;
         DocumentState.Of(owner).Media.SetBlip(blip, owner, image, where);
         // A picture needs a way to fill: stretch unless one is set.
-        if (ElementOrder.FirstOf(Made, Modes) == null)
-            ElementOrder.Insert(Made, new A.Stretch(new A.FillRectangle()), ElementOrder.BlipFill);
+        if (SchemaOrder.FirstOf(Made, Modes) == null)
+            SchemaOrder.Insert(Made, new A.Stretch(new A.FillRectangle()), SchemaOrder.BlipFill);
     }
 
     // a:srcRect holds each side in 1/1000 of a percent; an absent side is not cropped.
     private float Crop(string side) =>
-        Existing is { } b && ElementOrder.First(b, "srcRect") is { } rect ? (ElementOrder.Long(rect, side) ?? 0) / 100000f : 0f;
+        Existing?.GetFirstChild<A.SourceRectangle>() is { } rect ? (AttributeAccess.Long(rect, side) ?? 0) / 100000f : 0f;
 
     private void SetCrop(string side, float value, string member)
     {
@@ -201,11 +198,11 @@ public sealed class PictureFillFormat : IPictureFillFormat
             throw new ArgumentOutOfRangeException(member, value, $"PictureFillFormat.{member} must be a fraction below 1 ({Context.Where})");
         long stored = (long)Math.Round(value * 100000.0);
         var fill = Made;
-        var rect = ElementOrder.First(fill, "srcRect");
+        var rect = fill.GetFirstChild<A.SourceRectangle>();
         if (rect == null && stored == 0)
             return;
-        rect ??= ElementOrder.Insert(fill, new A.SourceRectangle(), ElementOrder.BlipFill);
-        ElementOrder.SetAttr(rect, side, stored == 0 ? null : ElementOrder.Text(stored));
+        rect ??= SchemaOrder.Insert(fill, new A.SourceRectangle(), SchemaOrder.BlipFill);
+        AttributeAccess.SetAttr(rect, side, stored == 0 ? null : AttributeAccess.Text(stored));
         if (!rect.HasAttributes)
             rect.Remove();
     }
@@ -213,14 +210,14 @@ public sealed class PictureFillFormat : IPictureFillFormat
     private OpenXmlElement? Tile(bool create)
     {
         if (!create)
-            return Existing is { } b ? ElementOrder.First(b, "tile") : null;
+            return Existing?.GetFirstChild<A.Tile>();
         PictureFillMode = PictureFillMode.Tile;
-        return ElementOrder.First(Made, "tile");
+        return Made.GetFirstChild<A.Tile>();
     }
 
-    private long? TileLong(string name) => Tile(false) is { } t ? ElementOrder.Long(t, name) : null;
+    private long? TileLong(string name) => Tile(false) is { } t ? AttributeAccess.Long(t, name) : null;
 
-    private void SetTile(string name, long value) => ElementOrder.SetAttr(Tile(true)!, name, ElementOrder.Text(value));
+    private void SetTile(string name, long value) => AttributeAccess.SetAttr(Tile(true)!, name, AttributeAccess.Text(value));
 
     private float Finite(float value, string member) =>
         float.IsFinite(value) ? value : throw new ArgumentOutOfRangeException(member, value, $"PictureFillFormat.{member} must be finite ({Context.Where})");

@@ -52,7 +52,7 @@ internal static class MediaFrameMarkup
 
     private static OpenXmlElement? MediaExtension(OpenXmlElement pic) =>
         NvPr(pic)?.ChildElements.FirstOrDefault(c => c.LocalName == "extLst")?.ChildElements
-            .FirstOrDefault(e => e.LocalName == "ext" && ElementOrder.Attr(e, "uri") == MediaExtensionUri);
+            .FirstOrDefault(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == MediaExtensionUri);
 
     private static string? RelAttr(OpenXmlElement? element, string name) =>
         element?.GetAttributes().FirstOrDefault(a => a.LocalName == name && a.NamespaceUri == R).Value;

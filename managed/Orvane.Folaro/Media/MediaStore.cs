@@ -115,7 +115,7 @@ internal sealed class MediaStore
         blip.SetAttribute(new OpenXmlAttribute("r", "embed", R, Relate(owner, raster)));
         // An old SVG extension goes, whatever the new image is.
         var extList = blip.ChildElements.FirstOrDefault(c => c.LocalName == "extLst");
-        foreach (var ext in extList?.ChildElements.Where(e => e.LocalName == "ext" && ElementOrder.Attr(e, "uri") == SvgExtensionUri).ToList() ?? new List<OpenXmlElement>())
+        foreach (var ext in extList?.ChildElements.Where(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == SvgExtensionUri).ToList() ?? new List<OpenXmlElement>())
             ext.Remove();
         if (own.ContentType == ImageFormats.Svg)
         {
@@ -139,7 +139,7 @@ internal sealed class MediaStore
             return null;
         var raster = PartOf(owner, ImageParts.EmbedOf(blip));
         var svgBlip = blip.ChildElements.FirstOrDefault(c => c.LocalName == "extLst")?.ChildElements
-            .Where(e => e.LocalName == "ext" && ElementOrder.Attr(e, "uri") == SvgExtensionUri)
+            .Where(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == SvgExtensionUri)
             .SelectMany(e => e.ChildElements).FirstOrDefault(c => c.LocalName == "svgBlip");
         var svg = svgBlip != null ? PartOf(owner, ImageParts.EmbedOf(svgBlip)) : null;
         if (svg != null)

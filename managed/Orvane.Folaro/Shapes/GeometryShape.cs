@@ -22,7 +22,14 @@ public interface IGeometryShape : IShape
 
 public abstract class GeometryShape : Shape, IGeometryShape
 {
-    private static readonly string[] FillModes = { "none", "norm", "lighten", "lightenLess", "darken", "darkenLess" };
+    // a:path/@fill
+    internal static readonly EnumTokens<PathFillModeType> FillModes = new(
+        (PathFillModeType.None, "none"),
+        (PathFillModeType.Normal, "norm"),
+        (PathFillModeType.Lighten, "lighten"),
+        (PathFillModeType.LightenLess, "lightenLess"),
+        (PathFillModeType.Darken, "darken"),
+        (PathFillModeType.DarkenLess, "darkenLess"));
 
     private protected GeometryShape(BaseSlide slide, OpenXmlCompositeElement element) : base(slide, element)
     {
@@ -42,7 +49,7 @@ public abstract class GeometryShape : Shape, IGeometryShape
             double sy = (def.Height > 0 ? box.Cy / def.Height : 1) / Emu.PerPoint;
             var path = new GeometryPath
             {
-                FillMode = (PathFillModeType)Math.Max(0, Array.IndexOf(FillModes, def.Fill)),
+                FillMode = FillModes.Member(def.Fill, PathFillModeType.None),
                 Stroke = def.Stroke,
             };
             foreach (var seg in def.Segments)
@@ -80,7 +87,7 @@ public abstract class GeometryShape : Shape, IGeometryShape
         var made = new A.CustomGeometry(
             new A.AdjustValueList(), new A.ShapeGuideList(), new A.AdjustHandleList(), new A.ConnectionSiteList(),
             new A.Rectangle { Left = "l", Top = "t", Right = "r", Bottom = "b" }, pathList);
-        ElementOrder.Replace(spPr, new[] { "custGeom", "prstGeom" }, made, ElementOrder.ShapeProperties);
+        SchemaOrder.Replace(spPr, new[] { "custGeom", "prstGeom" }, made, SchemaOrder.ShapeProperties);
     }
 
     // Coordinates in EMU in a path space the size of the shape, so the path scales with the shape.
@@ -92,7 +99,7 @@ public abstract class GeometryShape : Shape, IGeometryShape
         if (cy > 0)
             path.Height = cy;
         if (source.FillMode != PathFillModeType.Normal)
-            path.Fill = new A.PathFillModeValues(FillModes[(int)source.FillMode]);
+            path.Fill = new A.PathFillModeValues(FillModes.Token(source.FillMode));
         if (!source.Stroke)
             path.Stroke = false;
         foreach (var segment in source.PathData)

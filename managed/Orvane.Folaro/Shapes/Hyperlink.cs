@@ -80,7 +80,7 @@ public sealed class Hyperlink : IHyperlink, IEquatable<Hyperlink>
         _part = part;
         _owner = owner;
         string? id = RelationshipId(element);
-        string? action = ElementOrder.Attr(element, "action");
+        string? action = AttributeAccess.Attr(element, "action");
         if (!string.IsNullOrEmpty(id) && part.HyperlinkRelationships.FirstOrDefault(h => h.Id == id) is { } rel)
             ExternalUrl = rel.Uri.OriginalString;
         else
@@ -132,12 +132,12 @@ public sealed class Hyperlink : IHyperlink, IEquatable<Hyperlink>
 
     public string Tooltip
     {
-        get => _element != null ? ElementOrder.Attr(_element, "tooltip") ?? string.Empty : _tooltip;
+        get => _element != null ? AttributeAccess.Attr(_element, "tooltip") ?? string.Empty : _tooltip;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
             if (_element != null)
-                ElementOrder.SetAttr(_element, "tooltip", value.Length == 0 ? null : value);
+                AttributeAccess.SetAttr(_element, "tooltip", value.Length == 0 ? null : value);
             else
                 _tooltip = value;
         }
@@ -145,11 +145,11 @@ public sealed class Hyperlink : IHyperlink, IEquatable<Hyperlink>
 
     public bool HighlightClick
     {
-        get => _element != null ? ElementOrder.Attr(_element, "highlightClick") is "1" or "true" : _highlightClick;
+        get => _element != null ? AttributeAccess.Attr(_element, "highlightClick") is "1" or "true" : _highlightClick;
         set
         {
             if (_element != null)
-                ElementOrder.SetAttr(_element, "highlightClick", value ? "1" : null);
+                AttributeAccess.SetAttr(_element, "highlightClick", value ? "1" : null);
             else
                 _highlightClick = value;
         }
@@ -157,11 +157,11 @@ public sealed class Hyperlink : IHyperlink, IEquatable<Hyperlink>
 
     public bool History
     {
-        get => _element != null ? ElementOrder.Attr(_element, "history") is not ("0" or "false") : _history;
+        get => _element != null ? AttributeAccess.Attr(_element, "history") is not ("0" or "false") : _history;
         set
         {
             if (_element != null)
-                ElementOrder.SetAttr(_element, "history", value ? null : "0");
+                AttributeAccess.SetAttr(_element, "history", value ? null : "0");
             else
                 _history = value;
         }
@@ -169,12 +169,12 @@ public sealed class Hyperlink : IHyperlink, IEquatable<Hyperlink>
 
     public string TargetFrame
     {
-        get => _element != null ? ElementOrder.Attr(_element, "tgtFrame") ?? string.Empty : _targetFrame;
+        get => _element != null ? AttributeAccess.Attr(_element, "tgtFrame") ?? string.Empty : _targetFrame;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
             if (_element != null)
-                ElementOrder.SetAttr(_element, "tgtFrame", value.Length == 0 ? null : value);
+                AttributeAccess.SetAttr(_element, "tgtFrame", value.Length == 0 ? null : value);
             else
                 _targetFrame = value;
         }

@@ -21,7 +21,7 @@ internal static class HyperlinkStore
 
     internal static IHyperlink? Read(OpenXmlElement? holder, string name, OpenXmlPart? part, Presentation? owner)
     {
-        if (holder == null || part == null || ElementOrder.First(holder, name) is not { } link)
+        if (holder == null || part == null || SchemaOrder.First(holder, name) is not { } link)
             return null;
         return Hyperlink.View(link, part, owner);
     }
@@ -30,7 +30,7 @@ internal static class HyperlinkStore
     {
         if (value == null)
         {
-            if (holder(false) is { } h && ElementOrder.First(h, name) is { } old)
+            if (holder(false) is { } h && SchemaOrder.First(h, name) is { } old)
                 Unlink(old, part);
             return;
         }
@@ -54,7 +54,7 @@ internal static class HyperlinkStore
         string id = uri != null ? part.AddHyperlinkRelationship(uri, uri.IsAbsoluteUri).Id
             : slidePart != null ? SlideRelationship(part, slidePart)
             : string.Empty;
-        if (ElementOrder.First(target, name) is { } existing)
+        if (SchemaOrder.First(target, name) is { } existing)
             Unlink(existing, part, keep: id);
         OpenXmlElement made = name switch
         {
@@ -63,12 +63,12 @@ internal static class HyperlinkStore
             _ => new A.HyperlinkOnMouseOver(),
         };
         made.SetAttribute(new OpenXmlAttribute("r", "id", R, id));
-        ElementOrder.SetAttr(made, "action", action);
-        ElementOrder.SetAttr(made, "tgtFrame", frame.Length > 0 ? frame : null);
-        ElementOrder.SetAttr(made, "tooltip", tooltip.Length > 0 ? tooltip : null);
-        ElementOrder.SetAttr(made, "history", history ? null : "0");
-        ElementOrder.SetAttr(made, "highlightClick", highlight ? "1" : null);
-        ElementOrder.Insert(target, made, order);
+        AttributeAccess.SetAttr(made, "action", action);
+        AttributeAccess.SetAttr(made, "tgtFrame", frame.Length > 0 ? frame : null);
+        AttributeAccess.SetAttr(made, "tooltip", tooltip.Length > 0 ? tooltip : null);
+        AttributeAccess.SetAttr(made, "history", history ? null : "0");
+        AttributeAccess.SetAttr(made, "highlightClick", highlight ? "1" : null);
+        SchemaOrder.Insert(target, made, order);
     }
 
     // The part of a jump's target: a slide still in the same presentation.

@@ -85,14 +85,14 @@ public abstract class Shape : IShape
     public int ConnectionSiteCount => GeometryEngine.DefinitionOf(Element, out _) is { } definition ? GeometryEngine.SiteCount(definition) : 0;
 
     public Effects.IEffectFormat EffectFormat => new Effects.EffectFormat(
-        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, Context);
+        ShapePropertiesSlot, Element.LocalName == "grpSp" ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, Context);
 
     public IPlaceholder? Placeholder => PlaceholderOf(Element) is { } ph ? new Placeholder(ph) : null;
 
     public int ZOrderPosition => Container.IndexOf(this);
 
     public IFillFormat FillFormat => new FillFormat(
-        ShapePropertiesSlot, Element.LocalName == "grpSp" ? ElementOrder.GroupShapeProperties : ElementOrder.ShapeProperties, ElementOrder.Fills, Context)
+        ShapePropertiesSlot, Element.LocalName == "grpSp" ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, SchemaOrder.Fills, Context)
     {
         Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),
     };
@@ -101,7 +101,7 @@ public abstract class Shape : IShape
     {
         if (ShapePropertiesSlot(false) is not { LocalName: "spPr" } spPr)
             return null;
-        return ElementOrder.First(spPr, "ln") ?? (create ? ElementOrder.Insert(spPr, new A.Outline(), ElementOrder.ShapeProperties) : null);
+        return SchemaOrder.First(spPr, "ln") ?? (create ? SchemaOrder.Insert(spPr, new A.Outline(), SchemaOrder.ShapeProperties) : null);
     }, Context)
     {
         Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),

@@ -27,32 +27,32 @@ internal static class ShapePlacement
         var xfrm = Shape.TransformElement(shape, create: false);
         if (xfrm == null)
             return null;
-        var off = ElementOrder.First(xfrm, "off");
-        var ext = ElementOrder.First(xfrm, "ext");
+        var off = SchemaOrder.First(xfrm, "off");
+        var ext = SchemaOrder.First(xfrm, "ext");
         if (off == null && ext == null)
             return null;
-        return new Box(ElementOrder.Long(off, "x") ?? 0, ElementOrder.Long(off, "y") ?? 0, ElementOrder.Long(ext, "cx") ?? 0, ElementOrder.Long(ext, "cy") ?? 0,
-            (ElementOrder.Long(xfrm, "rot") ?? 0) / 60000.0, IsSet(xfrm, "flipH"), IsSet(xfrm, "flipV"));
+        return new Box(AttributeAccess.Long(off, "x") ?? 0, AttributeAccess.Long(off, "y") ?? 0, AttributeAccess.Long(ext, "cx") ?? 0, AttributeAccess.Long(ext, "cy") ?? 0,
+            (AttributeAccess.Long(xfrm, "rot") ?? 0) / 60000.0, IsSet(xfrm, "flipH"), IsSet(xfrm, "flipV"));
     }
 
-    private static bool IsSet(OpenXmlElement e, string name) => ElementOrder.Attr(e, name) is "1" or "true";
+    private static bool IsSet(OpenXmlElement e, string name) => AttributeAccess.Attr(e, name) is "1" or "true";
 
     /// <summary>Writes position, size, rotation and flips on a shape's transform (which must exist).</summary>
     internal static void Write(OpenXmlElement xfrm, Box box)
     {
-        var off = ElementOrder.First(xfrm, "off") ?? xfrm.PrependChild(new A.Offset());
-        var ext = ElementOrder.First(xfrm, "ext") ?? off.InsertAfterSelf(new A.Extents());
-        ElementOrder.SetAttr(off, "x", ElementOrder.Text((long)Math.Round(box.X)));
-        ElementOrder.SetAttr(off, "y", ElementOrder.Text((long)Math.Round(box.Y)));
-        ElementOrder.SetAttr(ext, "cx", ElementOrder.Text(Math.Max(0, (long)Math.Round(box.Cx))));
-        ElementOrder.SetAttr(ext, "cy", ElementOrder.Text(Math.Max(0, (long)Math.Round(box.Cy))));
+        var off = SchemaOrder.First(xfrm, "off") ?? xfrm.PrependChild(new A.Offset());
+        var ext = SchemaOrder.First(xfrm, "ext") ?? off.InsertAfterSelf(new A.Extents());
+        AttributeAccess.SetAttr(off, "x", AttributeAccess.Text((long)Math.Round(box.X)));
+        AttributeAccess.SetAttr(off, "y", AttributeAccess.Text((long)Math.Round(box.Y)));
+        AttributeAccess.SetAttr(ext, "cx", AttributeAccess.Text(Math.Max(0, (long)Math.Round(box.Cx))));
+        AttributeAccess.SetAttr(ext, "cy", AttributeAccess.Text(Math.Max(0, (long)Math.Round(box.Cy))));
         double deg = box.Rot % 360.0;
         if (deg < 0)
             deg += 360.0;
         long rot = (long)Math.Round(deg * 60000.0) % 21600000;
-        ElementOrder.SetAttr(xfrm, "rot", rot == 0 ? null : ElementOrder.Text(rot));
-        ElementOrder.SetAttr(xfrm, "flipH", box.FlipH ? "1" : null);
-        ElementOrder.SetAttr(xfrm, "flipV", box.FlipV ? "1" : null);
+        AttributeAccess.SetAttr(xfrm, "rot", rot == 0 ? null : AttributeAccess.Text(rot));
+        AttributeAccess.SetAttr(xfrm, "flipH", box.FlipH ? "1" : null);
+        AttributeAccess.SetAttr(xfrm, "flipV", box.FlipV ? "1" : null);
     }
 
     // --- points ----------------------------------------------------------------------------
@@ -232,7 +232,7 @@ internal static class ShapePlacement
     private static IEnumerable<uint> IdOf(OpenXmlElement element)
     {
         var cNvPr = element.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))?.ChildElements.FirstOrDefault(c => c.LocalName == "cNvPr");
-        if (cNvPr != null && uint.TryParse(ElementOrder.Attr(cNvPr, "id"), NumberStyles.Integer, CultureInfo.InvariantCulture, out var id))
+        if (cNvPr != null && uint.TryParse(AttributeAccess.Attr(cNvPr, "id"), NumberStyles.Integer, CultureInfo.InvariantCulture, out var id))
             yield return id;
     }
 
@@ -297,7 +297,7 @@ internal static class ShapePlacement
             end = SiteOnSlide(slide, b, en.Index?.Value ?? 0);
         var s = FromSlide(connector, start.X, start.Y);
         var e = FromSlide(connector, end.X, end.Y);
-        var xfrm = spPr.Transform2D ?? ElementOrder.Insert(spPr, new A.Transform2D(), ElementOrder.ShapeProperties);
+        var xfrm = spPr.Transform2D ?? SchemaOrder.Insert(spPr, new A.Transform2D(), SchemaOrder.ShapeProperties);
         Write(xfrm, new Box(Math.Min(s.X, e.X), Math.Min(s.Y, e.Y), Math.Abs(e.X - s.X), Math.Abs(e.Y - s.Y), 0, e.X < s.X, e.Y < s.Y));
         if (connector.Parent?.LocalName == "grpSp")
             FitGroup(connector.Parent);

@@ -73,9 +73,6 @@ public interface ICell
 
 public sealed class Cell : ICell
 {
-    private static readonly string[] Anchors = { "t", "ctr", "b", "just", "dist" };
-    private static readonly string[] Verticals = { "horz", "vert", "vert270", "wordArtVert", "eaVert", "mongolianVert", "wordArtVertRtl" };
-
     internal Cell(Table table, OpenXmlElement element)
     {
         TableView = table;
@@ -104,14 +101,14 @@ public sealed class Cell : ICell
 
     public TextAnchorType TextAnchorType
     {
-        get => (TextAnchorType)Array.IndexOf(Anchors, Attr("anchor"));
-        set => SetAttr("anchor", Named(Anchors, (int)value, nameof(TextAnchorType)));
+        get => TextTokens.Anchors.Member(Attr("anchor"), TextAnchorType.NotDefined);
+        set => SetAttr("anchor", TextTokens.Anchors.TokenOrNull(value, TextAnchorType.NotDefined, "Cell." + nameof(TextAnchorType)));
     }
 
     public TextVerticalType TextVerticalType
     {
-        get => (TextVerticalType)Array.IndexOf(Verticals, Attr("vert"));
-        set => SetAttr("vert", Named(Verticals, (int)value, nameof(TextVerticalType)));
+        get => TextTokens.Verticals.Member(Attr("vert"), TextVerticalType.NotDefined);
+        set => SetAttr("vert", TextTokens.Verticals.TokenOrNull(value, TextVerticalType.NotDefined, "Cell." + nameof(TextVerticalType)));
     }
 
     public ICellFormat CellFormat => new CellFormat(Target(), Context());
@@ -189,7 +186,7 @@ public sealed class Cell : ICell
     // The element that holds the text and format: the merged cell's first cell for a covered one.
     private OpenXmlElement Target()
     {
-        if (ElementOrder.Attr(Element, "hMerge") is null or "0" or "false" && ElementOrder.Attr(Element, "vMerge") is null or "0" or "false")
+        if (AttributeAccess.Attr(Element, "hMerge") is null or "0" or "false" && AttributeAccess.Attr(Element, "vMerge") is null or "0" or "false")
             return Element;
         var (grid, region) = Read();
         return grid.Cells[region.Row][region.Column];
@@ -229,8 +226,8 @@ public sealed class Cell : ICell
                 else
                 {
                     var column = TableCells.CopyLine(grid.Columns[i], c => c);
-                    ElementOrder.SetAttr(column, "w", ElementOrder.Text(before + size - at));
-                    ElementOrder.SetAttr(grid.Columns[i], "w", ElementOrder.Text(at - before));
+                    AttributeAccess.SetAttr(column, "w", AttributeAccess.Text(before + size - at));
+                    AttributeAccess.SetAttr(grid.Columns[i], "w", AttributeAccess.Text(at - before));
                     grid.InsertColumn(i + 1, i, column, tc => TableCells.CopyCell(tc, keepText: false), spreadSingles: true);
                     region = region with { ColSpan = region.ColSpan + 1 };
                 }
@@ -258,18 +255,18 @@ public sealed class Cell : ICell
 
     // --- a:tcPr attributes -----------------------------------------------------------
 
-    private string? Attr(string name) => TableCells.Properties(Target()) is { } props ? ElementOrder.Attr(props, name) : null;
+    private string? Attr(string name) => TableCells.Properties(Target()) is { } props ? AttributeAccess.Attr(props, name) : null;
 
     private void SetAttr(string name, string? value)
     {
         var target = Target();
         if (value == null && TableCells.Properties(target) == null)
             return;
-        ElementOrder.SetAttr(TableCells.EnsureProperties(target), name, value);
+        AttributeAccess.SetAttr(TableCells.EnsureProperties(target), name, value);
     }
 
     private double Margin(string name, long defaultEmu) =>
-        TableCells.Points(TableCells.Properties(Target()) is { } props && ElementOrder.Long(props, name) is long v ? v : defaultEmu);
+        TableCells.Points(TableCells.Properties(Target()) is { } props && AttributeAccess.Long(props, name) is long v ? v : defaultEmu);
 
     private void SetMargin(string name, double value, string member)
     {
@@ -280,11 +277,6 @@ public sealed class Cell : ICell
         }
         if (!(value >= 0 && value <= 4000))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"Cell.{member} must be between 0 and 4,000 points (NaN for the default)");
-        SetAttr(name, ElementOrder.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
+        SetAttr(name, AttributeAccess.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
     }
-
-    private static string? Named(string[] names, int value, string member) =>
-        value == -1 ? null
-        : value >= 0 && value < names.Length ? names[value]
-        : throw new ArgumentOutOfRangeException(nameof(value), value, $"Cell.{member}: unknown value");
 }

@@ -36,7 +36,7 @@ public sealed class CellFormat : ICellFormat
     }
 
     public IFillFormat FillFormat =>
-        new FillFormat(create => create ? TableCells.EnsureProperties(_cell) : TableCells.Properties(_cell), Order, ElementOrder.Fills, _context);
+        new FillFormat(create => create ? TableCells.EnsureProperties(_cell) : TableCells.Properties(_cell), Order, SchemaOrder.Fills, _context);
 
     public ILineFormat BorderLeft => Border("lnL", () => new A.LeftBorderLineProperties());
     public ILineFormat BorderTop => Border("lnT", () => new A.TopBorderLineProperties());
@@ -51,7 +51,7 @@ public sealed class CellFormat : ICellFormat
         new(create =>
         {
             if (!create)
-                return TableCells.Properties(_cell) is { } props ? ElementOrder.First(props, name) : null;
-            return ElementOrder.Ensure(TableCells.EnsureProperties(_cell), name, make, Order);
+                return TableCells.Properties(_cell) is { } props ? SchemaOrder.First(props, name) : null;
+            return SchemaOrder.Ensure(TableCells.EnsureProperties(_cell), name, make, Order);
         }, new FormatContext(_context.Part, $"{_context.Where}, border {name}"));
 }

@@ -36,11 +36,11 @@ public sealed class Column : IColumn
 
     public double Width
     {
-        get => TableCells.Points(ElementOrder.Long(Element, "w") ?? 0);
+        get => TableCells.Points(AttributeAccess.Long(Element, "w") ?? 0);
         set
         {
             long w = TableCells.Length(value, nameof(value), "Column.Width");
-            ElementOrder.SetAttr(Element, "w", ElementOrder.Text(w));
+            AttributeAccess.SetAttr(Element, "w", AttributeAccess.Text(w));
             _cells.Resized();
         }
     }

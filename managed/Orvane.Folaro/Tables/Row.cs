@@ -37,7 +37,7 @@ public sealed class Row : IRow
 
     public ICell this[int columnIndex] => _cells.At(columnIndex, nameof(columnIndex));
 
-    public double Height => TableCells.Points(ElementOrder.Long(Element, "h") ?? 0);
+    public double Height => TableCells.Points(AttributeAccess.Long(Element, "h") ?? 0);
 
     public double MinimalHeight
     {
@@ -46,7 +46,7 @@ public sealed class Row : IRow
         {
             if (!(value >= 0 && value <= 100_000))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "Row.MinimalHeight must be between 0 and 100,000 points");
-            ElementOrder.SetAttr(Element, "h", ElementOrder.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
+            AttributeAccess.SetAttr(Element, "h", AttributeAccess.Text((long)Math.Round(value * Emu.PerPoint, MidpointRounding.AwayFromZero)));
             _cells.Resized();
         }
     }

@@ -100,12 +100,12 @@ public sealed class Table : GraphicalObject, ITable
     {
         get
         {
-            var props = ElementOrder.First(Tbl, "tblPr");
+            var props = SchemaOrder.First(Tbl, "tblPr");
             if (props == null)
                 return TableStylePreset.None;
-            if (ElementOrder.First(props, "tableStyleId") is { } id)
+            if (SchemaOrder.First(props, "tableStyleId") is { } id)
                 return id.InnerText.Trim().Length == 0 ? TableStylePreset.None : TableStyleIds.PresetOf(id.InnerText);
-            return ElementOrder.First(props, "tableStyle") != null ? TableStylePreset.Custom : TableStylePreset.None;
+            return SchemaOrder.First(props, "tableStyle") != null ? TableStylePreset.Custom : TableStylePreset.None;
         }
         set
         {
@@ -115,7 +115,7 @@ public sealed class Table : GraphicalObject, ITable
             foreach (var old in props.ChildElements.Where(c => c.LocalName is "tableStyleId" or "tableStyle").ToList())
                 old.Remove();
             if (value != TableStylePreset.None)
-                ElementOrder.Insert(props, new A.TableStyleId(TableStyleIds.IdOf(value)), TablePropertiesOrder);
+                SchemaOrder.Insert(props, new A.TableStyleId(TableStyleIds.IdOf(value)), TablePropertiesOrder);
         }
     }
 
@@ -147,14 +147,14 @@ public sealed class Table : GraphicalObject, ITable
     /// <summary>Sets the frame's size to the sum of the column widths and of the row heights.</summary>
     internal void FitFrame()
     {
-        var xfrm = ElementOrder.First(Element, "xfrm");
-        var ext = xfrm == null ? null : ElementOrder.First(xfrm, "ext");
+        var xfrm = SchemaOrder.First(Element, "xfrm");
+        var ext = xfrm == null ? null : SchemaOrder.First(xfrm, "ext");
         if (ext == null)
             return;
-        long width = TableGrid.GridColumnsOf(Tbl).Sum(c => ElementOrder.Long(c, "w") ?? 0);
-        long height = TableGrid.RowsOf(Tbl).Sum(r => ElementOrder.Long(r, "h") ?? 0);
-        ElementOrder.SetAttr(ext, "cx", ElementOrder.Text(width));
-        ElementOrder.SetAttr(ext, "cy", ElementOrder.Text(height));
+        long width = TableGrid.GridColumnsOf(Tbl).Sum(c => AttributeAccess.Long(c, "w") ?? 0);
+        long height = TableGrid.RowsOf(Tbl).Sum(r => AttributeAccess.Long(r, "h") ?? 0);
+        AttributeAccess.SetAttr(ext, "cx", AttributeAccess.Text(width));
+        AttributeAccess.SetAttr(ext, "cy", AttributeAccess.Text(height));
     }
 
     private Cell Own(ICell cell, string name)
@@ -168,18 +168,18 @@ public sealed class Table : GraphicalObject, ITable
     private OpenXmlElement Properties()
     {
         var tbl = Tbl;
-        if (ElementOrder.First(tbl, "tblPr") is { } props)
+        if (SchemaOrder.First(tbl, "tblPr") is { } props)
             return props;
         return tbl.PrependChild(new A.TableProperties());
     }
 
     private bool Flag(string name) =>
-        ElementOrder.First(Tbl, "tblPr") is { } props && ElementOrder.Attr(props, name) is "1" or "true";
+        SchemaOrder.First(Tbl, "tblPr") is { } props && AttributeAccess.Attr(props, name) is "1" or "true";
 
     private void SetFlag(string name, bool value)
     {
-        if (!value && ElementOrder.First(Tbl, "tblPr") == null)
+        if (!value && SchemaOrder.First(Tbl, "tblPr") == null)
             return;
-        ElementOrder.SetAttr(Properties(), name, value ? "1" : null);
+        AttributeAccess.SetAttr(Properties(), name, value ? "1" : null);
     }
 }

@@ -44,12 +44,12 @@ internal static class TableCells
     /// <summary>The a:tbl of a graphic frame, or null when it holds something else.</summary>
     internal static OpenXmlElement? TableOf(OpenXmlElement frame)
     {
-        var graphic = ElementOrder.First(frame, "graphic");
-        var data = graphic == null ? null : ElementOrder.First(graphic, "graphicData");
-        return data == null ? null : ElementOrder.First(data, "tbl");
+        var graphic = SchemaOrder.First(frame, "graphic");
+        var data = graphic == null ? null : SchemaOrder.First(graphic, "graphicData");
+        return data == null ? null : SchemaOrder.First(data, "tbl");
     }
 
-    internal static OpenXmlElement? Body(OpenXmlElement cell) => ElementOrder.First(cell, "txBody");
+    internal static OpenXmlElement? Body(OpenXmlElement cell) => SchemaOrder.First(cell, "txBody");
 
     /// <summary>The cell's text body, made (empty, one paragraph) when missing.</summary>
     internal static OpenXmlElement EnsureBody(OpenXmlElement cell)
@@ -61,7 +61,7 @@ internal static class TableCells
         return made;
     }
 
-    internal static OpenXmlElement? Properties(OpenXmlElement cell) => ElementOrder.First(cell, "tcPr");
+    internal static OpenXmlElement? Properties(OpenXmlElement cell) => SchemaOrder.First(cell, "tcPr");
 
     /// <summary>The cell's a:tcPr, made after its text body when missing.</summary>
     internal static OpenXmlElement EnsureProperties(OpenXmlElement cell)
@@ -85,9 +85,9 @@ internal static class TableCells
         var body = EnsureBody(cell);
         var paragraphs = body.ChildElements.Where(c => c.LocalName == "p").ToList();
         var p = new A.Paragraph();
-        if (paragraphs.FirstOrDefault() is { } first && ElementOrder.First(first, "pPr") is { } pPr)
+        if (paragraphs.FirstOrDefault() is { } first && SchemaOrder.First(first, "pPr") is { } pPr)
             p.AppendChild(pPr.CloneNode(true));
-        var end = paragraphs.Select(x => ElementOrder.First(x, "endParaRPr")).LastOrDefault(x => x != null);
+        var end = paragraphs.Select(x => SchemaOrder.First(x, "endParaRPr")).LastOrDefault(x => x != null);
         p.AppendChild(end?.CloneNode(true) ?? new A.EndParagraphRunProperties { Language = "en-US" });
         foreach (var old in paragraphs)
             old.Remove();
@@ -123,7 +123,7 @@ internal static class TableCells
         if (source == null)
             return;
         var copy = source.CloneNode(true);
-        if (ElementOrder.First(cell, name) is { } old)
+        if (SchemaOrder.First(cell, name) is { } old)
         {
             cell.ReplaceChild(copy, old);
             return;

@@ -52,7 +52,7 @@ internal sealed class TableGrid
     internal static IEnumerable<OpenXmlElement> CellsOf(OpenXmlElement row) => row.ChildElements.Where(c => c.LocalName == "tc");
 
     internal static IEnumerable<OpenXmlElement> GridColumnsOf(OpenXmlElement table) =>
-        ElementOrder.First(table, "tblGrid") is { } grid ? grid.ChildElements.Where(c => c.LocalName == "gridCol") : Enumerable.Empty<OpenXmlElement>();
+        SchemaOrder.First(table, "tblGrid") is { } grid ? grid.ChildElements.Where(c => c.LocalName == "gridCol") : Enumerable.Empty<OpenXmlElement>();
 
     internal CellRegion RegionAt(int row, int column) =>
         row >= 0 && row < _regions.Length && column >= 0 && column < _regions[row].Length ? _regions[row][column] : new CellRegion(row, column, 1, 1);
@@ -68,9 +68,9 @@ internal sealed class TableGrid
         return result;
     }
 
-    internal long ColumnWidth(int column) => ElementOrder.Long(Columns[column], "w") ?? 0;
+    internal long ColumnWidth(int column) => AttributeAccess.Long(Columns[column], "w") ?? 0;
 
-    internal long RowHeight(int row) => ElementOrder.Long(Rows[row], "h") ?? 0;
+    internal long RowHeight(int row) => AttributeAccess.Long(Rows[row], "h") ?? 0;
 
     /// <summary>Edits need every row to hold one cell per grid column.</summary>
     internal void CheckRegular(string where)
@@ -116,8 +116,8 @@ internal sealed class TableGrid
                 if (origin[r][c] != (r, c))
                     continue;
                 var cell = Cells[r][c];
-                int rowSpan = Math.Clamp((int)(ElementOrder.Long(cell, "rowSpan") ?? 1), 1, rows - r);
-                int colSpan = Math.Clamp((int)(ElementOrder.Long(cell, "gridSpan") ?? 1), 1, Cells[r].Count - c);
+                int rowSpan = Math.Clamp((int)(AttributeAccess.Long(cell, "rowSpan") ?? 1), 1, rows - r);
+                int colSpan = Math.Clamp((int)(AttributeAccess.Long(cell, "gridSpan") ?? 1), 1, Cells[r].Count - c);
                 var region = new CellRegion(r, c, rowSpan, colSpan);
                 if (!Covers(origin, region))
                     region = new CellRegion(r, c, 1, 1);
@@ -146,7 +146,7 @@ internal sealed class TableGrid
         return true;
     }
 
-    private static bool Flag(OpenXmlElement cell, string name) => ElementOrder.Attr(cell, name) is "1" or "true";
+    private static bool Flag(OpenXmlElement cell, string name) => AttributeAccess.Attr(cell, name) is "1" or "true";
 
     /// <summary>Rewrites the span attributes of every cell so that exactly <paramref name="merges"/> are merged.</summary>
     internal void WriteSpans(IEnumerable<CellRegion> merges)
@@ -168,13 +168,13 @@ internal sealed class TableGrid
                     // As editors write them: the first row's cells carry the row span, the
                     // first column's the column span, the rest both merge flags.
                     if (r == m.Row && m.RowSpan > 1)
-                        ElementOrder.SetAttr(cell, "rowSpan", ElementOrder.Text(m.RowSpan));
+                        AttributeAccess.SetAttr(cell, "rowSpan", AttributeAccess.Text(m.RowSpan));
                     if (c == m.Column && m.ColSpan > 1)
-                        ElementOrder.SetAttr(cell, "gridSpan", ElementOrder.Text(m.ColSpan));
+                        AttributeAccess.SetAttr(cell, "gridSpan", AttributeAccess.Text(m.ColSpan));
                     if (c > m.Column)
-                        ElementOrder.SetAttr(cell, "hMerge", "1");
+                        AttributeAccess.SetAttr(cell, "hMerge", "1");
                     if (r > m.Row)
-                        ElementOrder.SetAttr(cell, "vMerge", "1");
+                        AttributeAccess.SetAttr(cell, "vMerge", "1");
                 }
             }
             written.Add(m);
@@ -260,7 +260,7 @@ internal sealed class TableGrid
                     moved.Add(repeat);
             }
         }
-        var grid = ElementOrder.First(_table, "tblGrid") ?? throw new PptxEditException("the table has no grid");
+        var grid = SchemaOrder.First(_table, "tblGrid") ?? throw new PptxEditException("the table has no grid");
         if (index < Columns.Count)
             grid.InsertBefore(gridColumn, Columns[index]);
         else if (Columns.Count > 0)
@@ -392,8 +392,8 @@ internal sealed class TableGrid
         }
         long rest = Math.Max(0, RowHeight(row) - firstHeight);
         var copy = rowFor(Rows[row]);
-        ElementOrder.SetAttr(copy, "h", ElementOrder.Text(rest));
-        ElementOrder.SetAttr(Rows[row], "h", ElementOrder.Text(firstHeight));
+        AttributeAccess.SetAttr(copy, "h", AttributeAccess.Text(rest));
+        AttributeAccess.SetAttr(Rows[row], "h", AttributeAccess.Text(firstHeight));
         _table.InsertAfter(copy, Rows[row]);
         Refresh();
         WriteSpans(moved);

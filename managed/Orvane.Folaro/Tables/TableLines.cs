@@ -94,7 +94,7 @@ internal sealed class TableLines<T> where T : class
         var copy = grid.Rows.Count == 0
             ? new DocumentFormat.OpenXml.Drawing.TableRow(grid.Columns.Select(_ => TableCells.NewCell()))
             : TableCells.CopyLine(grid.Rows[template], tc => TableCells.CopyCell(tc, keepText: false));
-        ElementOrder.SetAttr(copy, "h", ElementOrder.Text(h));
+        AttributeAccess.SetAttr(copy, "h", AttributeAccess.Text(h));
         return copy;
     }
 
@@ -103,7 +103,7 @@ internal sealed class TableLines<T> where T : class
         if (grid.Columns.Count == 0)
             throw new PptxEditException($"{_table.Where}: ColumnCollection.Insert: the table has no column to take a format from");
         var copy = TableCells.CopyLine(grid.Columns[template], c => c);
-        ElementOrder.SetAttr(copy, "w", ElementOrder.Text(w));
+        AttributeAccess.SetAttr(copy, "w", AttributeAccess.Text(w));
         return copy;
     }
 

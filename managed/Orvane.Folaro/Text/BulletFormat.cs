@@ -61,16 +61,16 @@ public sealed class BulletFormat : IBulletFormat
         _context = context;
     }
 
-    private OpenXmlElement? Kind => _pPr(false) is { } p ? ElementOrder.FirstOf(p, Kinds) : null;
+    private OpenXmlElement? Kind => _pPr(false) is { } p ? SchemaOrder.FirstOf(p, Kinds) : null;
 
     public BulletType Type
     {
-        get => Kind?.LocalName switch
+        get => Kind switch
         {
-            "buNone" => BulletType.None,
-            "buChar" => BulletType.Symbol,
-            "buAutoNum" => BulletType.Numbered,
-            "buBlip" => BulletType.Picture,
+            A.NoBullet => BulletType.None,
+            A.CharacterBullet => BulletType.Symbol,
+            A.AutoNumberedBullet => BulletType.Numbered,
+            A.PictureBullet => BulletType.Picture,
             _ => BulletType.NotDefined,
         };
         set
@@ -83,7 +83,7 @@ public sealed class BulletFormat : IBulletFormat
             {
                 case BulletType.NotDefined:
                     if (_pPr(false) is { } p)
-                        ElementOrder.Replace(p, Kinds, null, ElementOrder.ParagraphProperties);
+                        SchemaOrder.Replace(p, Kinds, null, SchemaOrder.ParagraphProperties);
                     break;
                 case BulletType.None:
                     Store(new A.NoBullet());
@@ -102,7 +102,7 @@ public sealed class BulletFormat : IBulletFormat
 
     public char Char
     {
-        get => Kind is { LocalName: "buChar" } k && ElementOrder.Attr(k, "char") is { Length: > 0 } c ? c[0] : '\0';
+        get => Kind is A.CharacterBullet k && AttributeAccess.Attr(k, "char") is { Length: > 0 } c ? c[0] : '\0';
         set
         {
             if (value == '\0' || char.IsSurrogate(value) || value < 0x20)
@@ -113,81 +113,81 @@ public sealed class BulletFormat : IBulletFormat
 
     public string Font
     {
-        get => _pPr(false) is { } p && ElementOrder.First(p, "buFont") is { } f ? ElementOrder.Attr(f, "typeface") ?? string.Empty : string.Empty;
+        get => _pPr(false)?.GetFirstChild<A.BulletFont>() is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
         set
         {
             ArgumentNullException.ThrowIfNull(value);
             if (value.Length == 0)
             {
                 if (_pPr(false) is { } p)
-                    ElementOrder.Replace(p, new[] { "buFont", "buFontTx" }, null, ElementOrder.ParagraphProperties);
+                    SchemaOrder.Replace(p, new[] { "buFont", "buFontTx" }, null, SchemaOrder.ParagraphProperties);
                 return;
             }
-            ElementOrder.Replace(Properties(), new[] { "buFont", "buFontTx" }, new A.BulletFont { Typeface = value }, ElementOrder.ParagraphProperties);
+            SchemaOrder.Replace(Properties(), new[] { "buFont", "buFontTx" }, new A.BulletFont { Typeface = value }, SchemaOrder.ParagraphProperties);
         }
     }
 
     public IColorFormat Color => new ColorFormat(create =>
     {
         if (!create)
-            return _pPr(false) is { } p ? ElementOrder.First(p, "buClr") : null;
+            return _pPr(false)?.GetFirstChild<A.BulletColor>();
         var props = Properties();
-        if (ElementOrder.First(props, "buClr") is { } existing)
+        if (props.GetFirstChild<A.BulletColor>() is { } existing)
             return existing;
         var made = new A.BulletColor();
-        ElementOrder.Replace(props, new[] { "buClr", "buClrTx" }, made, ElementOrder.ParagraphProperties);
+        SchemaOrder.Replace(props, new[] { "buClr", "buClrTx" }, made, SchemaOrder.ParagraphProperties);
         return made;
     }, _context);
 
     public void ResetColor()
     {
         if (_pPr(false) is { } p)
-            ElementOrder.Replace(p, new[] { "buClr", "buClrTx" }, null, ElementOrder.ParagraphProperties);
+            SchemaOrder.Replace(p, new[] { "buClr", "buClrTx" }, null, SchemaOrder.ParagraphProperties);
     }
 
     public float Height
     {
-        get => _pPr(false) is { } p && ElementOrder.Long(ElementOrder.First(p, "buSzPct"), "val") is long v ? v / 100000f : float.NaN;
+        get => AttributeAccess.Long(_pPr(false)?.GetFirstChild<A.BulletSizePercentage>(), "val") is long v ? v / 100000f : float.NaN;
         set
         {
             var sizes = new[] { "buSzTx", "buSzPct", "buSzPts" };
             if (float.IsNaN(value))
             {
                 if (_pPr(false) is { } p)
-                    ElementOrder.Replace(p, sizes, null, ElementOrder.ParagraphProperties);
+                    SchemaOrder.Replace(p, sizes, null, SchemaOrder.ParagraphProperties);
                 return;
             }
             if (!(value >= 0.25f && value <= 4f))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "BulletFormat.Height must be between 0.25 and 4 (NaN to follow the text)");
-            ElementOrder.Replace(Properties(), sizes, new A.BulletSizePercentage { Val = (int)Math.Round(value * 100000) }, ElementOrder.ParagraphProperties);
+            SchemaOrder.Replace(Properties(), sizes, new A.BulletSizePercentage { Val = (int)Math.Round(value * 100000) }, SchemaOrder.ParagraphProperties);
         }
     }
 
     public NumberedBulletStyle NumberedBulletStyle
     {
-        get => Kind is { LocalName: "buAutoNum" } k ? (NumberedBulletStyle)Array.IndexOf(XmlValues.NumberedBulletStyle, ElementOrder.Attr(k, "type")) : NumberedBulletStyle.NotDefined;
+        get => Kind is A.AutoNumberedBullet k ? FormatTokens.NumberedBulletStyles.Member(AttributeAccess.Attr(k, "type"), NumberedBulletStyle.NotDefined) : NumberedBulletStyle.NotDefined;
         set
         {
             if (value < 0 || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "BulletFormat.NumberedBulletStyle must be a numbering scheme");
             var k = Numbered();
-            ElementOrder.SetAttr(k, "type", XmlValues.NumberedBulletStyle[(int)value]);
+            AttributeAccess.SetAttr(k, "type", FormatTokens.NumberedBulletStyles.Token(value));
         }
     }
 
     public short NumberedBulletStartWith
     {
-        get => Kind is { LocalName: "buAutoNum" } k ? (short)(ElementOrder.Long(k, "startAt") ?? 1) : (short)-1;
+        get => Kind is A.AutoNumberedBullet k ? (short)(AttributeAccess.Long(k, "startAt") ?? 1) : (short)-1;
         set
         {
             if (value < 1)
                 throw new ArgumentOutOfRangeException(nameof(value), value, "BulletFormat.NumberedBulletStartWith must be between 1 and 32767");
-            ElementOrder.SetAttr(Numbered(), "startAt", value == 1 ? null : ElementOrder.Text(value));
+            AttributeAccess.SetAttr(Numbered(), "startAt", value == 1 ? null : AttributeAccess.Text(value));
         }
     }
 
     public byte[] PictureData =>
-        Kind is { LocalName: "buBlip" } k && ElementOrder.First(k, "blip") is { } blip ? ImageParts.Read(_context.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
+        Kind is A.PictureBullet k && k.GetFirstChild<A.Blip>() is { } blip ? ImageParts.Read(_context.Part, ImageParts.EmbedOf(blip)) : Array.Empty<byte>();
 
     public void SetPicture(byte[] imageData)
     {
@@ -212,49 +212,49 @@ public sealed class BulletFormat : IBulletFormat
     {
         // Each bullet property inherits on its own: the symbol may come from the master, the colour from the layout.
         var kind = Inherited.Child(chain, Kinds);
-        var type = kind?.LocalName switch
+        var type = kind switch
         {
-            "buChar" => BulletType.Symbol,
-            "buAutoNum" => BulletType.Numbered,
-            "buBlip" => BulletType.Picture,
+            A.CharacterBullet => BulletType.Symbol,
+            A.AutoNumberedBullet => BulletType.Numbered,
+            A.PictureBullet => BulletType.Picture,
             _ => BulletType.None,
         };
         IPortionFormatEffectiveData? textFormat = null;
         IPortionFormatEffectiveData Text() => textFormat ??= text();
         var font = Inherited.Child(chain, new[] { "buFont", "buFontTx" });
-        var face = font is { LocalName: "buFont" } ? ElementOrder.Attr(font, "typeface") : null;
+        var face = font is A.BulletFont ? AttributeAccess.Attr(font, "typeface") : null;
         var color = Inherited.Child(chain, new[] { "buClr", "buClrTx" });
-        var colorElement = color is { LocalName: "buClr" } ? ElementOrder.FirstOf(color, ColorMath.ColorElements) : null;
+        var colorElement = color is A.BulletColor ? SchemaOrder.FirstOf(color, ColorMath.ColorElements) : null;
         var size = Inherited.Child(chain, new[] { "buSzTx", "buSzPct", "buSzPts" });
-        float height = size?.LocalName switch
+        float height = size switch
         {
-            "buSzPct" => (ElementOrder.Long(size, "val") ?? 100000) / 100000f,
-            "buSzPts" => (ElementOrder.Long(size, "val") ?? 0) / 100f / Text().FontHeight,
+            A.BulletSizePercentage => (AttributeAccess.Long(size, "val") ?? 100000) / 100000f,
+            A.BulletSizePoints => (AttributeAccess.Long(size, "val") ?? 0) / 100f / Text().FontHeight,
             _ => 1f,
         };
         return new BulletFormatEffectiveData
         {
             Type = type,
-            Char = type == BulletType.Symbol && ElementOrder.Attr(kind!, "char") is { Length: > 0 } c ? c[0] : '\0',
+            Char = type == BulletType.Symbol && AttributeAccess.Attr(kind!, "char") is { Length: > 0 } c ? c[0] : '\0',
             Font = face != null ? inheritance?.Font(face) ?? face : type == BulletType.None ? string.Empty : Text().LatinFont,
             Color = colorElement != null ? ColorMath.Resolve(colorElement, inheritance?.Colors ?? context.Theme)
                 : type == BulletType.None ? default : Text().SolidFillColor,
             Height = height,
             NumberedBulletStyle = type == BulletType.Numbered
-                ? (NumberedBulletStyle)Inherited.Index(XmlValues.NumberedBulletStyle, ElementOrder.Attr(kind!, "type"), (int)NumberedBulletStyle.ArabicPeriod)
+                ? FormatTokens.NumberedBulletStyles.Member(AttributeAccess.Attr(kind!, "type"), NumberedBulletStyle.ArabicPeriod)
                 : NumberedBulletStyle.NotDefined,
-            NumberedBulletStartWith = type == BulletType.Numbered ? (short)(ElementOrder.Long(kind, "startAt") ?? 1) : (short)-1,
+            NumberedBulletStartWith = type == BulletType.Numbered ? (short)(AttributeAccess.Long(kind, "startAt") ?? 1) : (short)-1,
         };
     }
 
     private OpenXmlElement Properties() => _pPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no paragraph to format");
 
     private OpenXmlElement Numbered() =>
-        Kind is { LocalName: "buAutoNum" } k ? k : Store(new A.AutoNumberedBullet { Type = A.TextAutoNumberSchemeValues.ArabicPeriod });
+        Kind is A.AutoNumberedBullet k ? k : Store(new A.AutoNumberedBullet { Type = A.TextAutoNumberSchemeValues.ArabicPeriod });
 
     private OpenXmlElement Store(OpenXmlElement made)
     {
-        ElementOrder.Replace(Properties(), Kinds, made, ElementOrder.ParagraphProperties);
+        SchemaOrder.Replace(Properties(), Kinds, made, SchemaOrder.ParagraphProperties);
         return made;
     }
 }

@@ -78,7 +78,7 @@ public sealed class Paragraph : IParagraph
         {
             if (i == defaultsFrom && style != null)
                 chain.Add(style);
-            if (i < levels.Count && ElementOrder.First(levels[i], "defRPr") is { } defRPr)
+            if (i < levels.Count && SchemaOrder.First(levels[i], "defRPr") is { } defRPr)
                 chain.Add(defRPr);
         }
         return (inheritance, chain);

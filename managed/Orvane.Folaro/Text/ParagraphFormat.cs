@@ -57,8 +57,6 @@ public interface IParagraphFormat
 
 public sealed class ParagraphFormat : IParagraphFormat
 {
-    private static readonly string[] Alignments = { "l", "ctr", "r", "just", "justLow", "dist", "thaiDist" };
-
     private readonly ElementSlot _pPr;
     private readonly FormatContext _context;
     private readonly Paragraph? _paragraph;
@@ -72,23 +70,23 @@ public sealed class ParagraphFormat : IParagraphFormat
 
     public TextAlignment Alignment
     {
-        get => (TextAlignment)Array.IndexOf(Alignments, Attr("algn"));
+        get => TextTokens.Alignments.Member(Attr("algn"), TextAlignment.NotDefined);
         set
         {
-            if (value < TextAlignment.NotDefined || value > TextAlignment.ThaiDistributed)
+            if (value != TextAlignment.NotDefined && !TextTokens.Alignments.Has(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ParagraphFormat.Alignment: unknown alignment");
-            SetAttr("algn", value < 0 ? null : Alignments[(int)value]);
+            SetAttr("algn", value == TextAlignment.NotDefined ? null : TextTokens.Alignments.Token(value));
         }
     }
 
     public short Depth
     {
-        get => (short)(ElementOrder.Long(_pPr(false), "lvl") ?? -1);
+        get => (short)(AttributeAccess.Long(_pPr(false), "lvl") ?? -1);
         set
         {
             if (value < -1 || value > 8)
                 throw new ArgumentOutOfRangeException(nameof(value), value, "ParagraphFormat.Depth must be between 0 and 8 (-1 to inherit)");
-            SetAttr("lvl", value < 0 ? null : ElementOrder.Text(value));
+            SetAttr("lvl", value < 0 ? null : AttributeAccess.Text(value));
         }
     }
 
@@ -112,7 +110,7 @@ public sealed class ParagraphFormat : IParagraphFormat
     public IBulletFormat Bullet => new BulletFormat(_pPr, _context);
 
     public IPortionFormat DefaultPortionFormat => new PortionFormat(
-        create => _pPr(create) is { } p ? ElementOrder.First(p, "defRPr") ?? (create ? ElementOrder.Insert(p, new A.DefaultRunProperties(), ElementOrder.ParagraphProperties) : null) : null,
+        create => _pPr(create) is { } p ? SchemaOrder.First(p, "defRPr") ?? (create ? SchemaOrder.Insert(p, new A.DefaultRunProperties(), SchemaOrder.ParagraphProperties) : null) : null,
         _context,
         _paragraph == null ? null : () => Paragraph.InheritedRunProperties(_paragraph.Element, _context));
 
@@ -132,10 +130,10 @@ public sealed class ParagraphFormat : IParagraphFormat
         (float Points, float Lines) Space(string name, float points, float lines)
         {
             var holder = Inherited.Child(chain, name);
-            if (holder != null && ElementOrder.First(holder, "spcPts") is { } pts)
-                return ((ElementOrder.Long(pts, "val") ?? 0) / 100f, float.NaN);
-            if (holder != null && ElementOrder.First(holder, "spcPct") is { } pct)
-                return (float.NaN, (ElementOrder.Long(pct, "val") ?? 0) / 100000f);
+            if (holder != null && SchemaOrder.First(holder, "spcPts") is { } pts)
+                return ((AttributeAccess.Long(pts, "val") ?? 0) / 100f, float.NaN);
+            if (holder != null && SchemaOrder.First(holder, "spcPct") is { } pct)
+                return (float.NaN, (AttributeAccess.Long(pct, "val") ?? 0) / 100000f);
             return (points, lines);
         }
         var before = Space("spcBef", 0, float.NaN);
@@ -143,8 +141,8 @@ public sealed class ParagraphFormat : IParagraphFormat
         var within = Space("lnSpc", float.NaN, 1);
         return new ParagraphFormatEffectiveData
         {
-            Alignment = (TextAlignment)Inherited.Index(Alignments, Inherited.Attr(chain, "algn"), 0),
-            Depth = (short)(ElementOrder.Long(_pPr(false), "lvl") ?? 0),
+            Alignment = TextTokens.Alignments.Member(Inherited.Attr(chain, "algn"), TextAlignment.Left),
+            Depth = (short)(AttributeAccess.Long(_pPr(false), "lvl") ?? 0),
             Indent = Length("indent"),
             MarginLeft = Length("marL"),
             MarginRight = Length("marR"),
@@ -172,20 +170,20 @@ public sealed class ParagraphFormat : IParagraphFormat
 
     private OpenXmlElement Properties() => _pPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no paragraph to format");
 
-    private string? Attr(string name) => _pPr(false) is { } p ? ElementOrder.Attr(p, name) : null;
+    private string? Attr(string name) => _pPr(false) is { } p ? AttributeAccess.Attr(p, name) : null;
 
     private void SetAttr(string name, string? value)
     {
         if (value == null)
         {
             if (_pPr(false) is { } p)
-                ElementOrder.SetAttr(p, name, null);
+                AttributeAccess.SetAttr(p, name, null);
             return;
         }
-        ElementOrder.SetAttr(Properties(), name, value);
+        AttributeAccess.SetAttr(Properties(), name, value);
     }
 
-    private float Length(string name) => ElementOrder.Long(_pPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
+    private float Length(string name) => AttributeAccess.Long(_pPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
 
     private void SetLength(string name, float points, string member, float min, float max)
     {
@@ -196,16 +194,16 @@ public sealed class ParagraphFormat : IParagraphFormat
         }
         if (!(points >= min && points <= max))
             throw new ArgumentOutOfRangeException(nameof(points), points, $"ParagraphFormat.{member} must be between {min} and {max} points (NaN to inherit)");
-        SetAttr(name, ElementOrder.Text(Emu.FromPoints(points)));
+        SetAttr(name, AttributeAccess.Text(Emu.FromPoints(points)));
     }
 
     // a:spcBef / a:spcAft / a:lnSpc hold a:spcPts (1/100 pt) or a:spcPct (1/1000 %).
     private OpenXmlElement? Spacing(string name, string kind) =>
-        _pPr(false) is { } p && ElementOrder.First(p, name) is { } s ? ElementOrder.First(s, kind) : null;
+        _pPr(false) is { } p && SchemaOrder.First(p, name) is { } s ? SchemaOrder.First(s, kind) : null;
 
-    private float Points(string name) => ElementOrder.Long(Spacing(name, "spcPts"), "val") is long v ? v / 100f : float.NaN;
+    private float Points(string name) => AttributeAccess.Long(Spacing(name, "spcPts"), "val") is long v ? v / 100f : float.NaN;
 
-    private float Lines(string name) => ElementOrder.Long(Spacing(name, "spcPct"), "val") is long v ? v / 100000f : float.NaN;
+    private float Lines(string name) => AttributeAccess.Long(Spacing(name, "spcPct"), "val") is long v ? v / 100000f : float.NaN;
 
     private void SetPoints(string name, float points, string member)
     {
@@ -236,12 +234,12 @@ public sealed class ParagraphFormat : IParagraphFormat
     private void RemoveSpacing(string name)
     {
         if (_pPr(false) is { } p)
-            ElementOrder.First(p, name)?.Remove();
+            SchemaOrder.First(p, name)?.Remove();
     }
 
     private void Store(string name, OpenXmlElement value)
     {
         OpenXmlElement holder = name switch { "spcBef" => new A.SpaceBefore(value), "spcAft" => new A.SpaceAfter(value), _ => new A.LineSpacing(value) };
-        ElementOrder.Replace(Properties(), new[] { name }, holder, ElementOrder.ParagraphProperties);
+        SchemaOrder.Replace(Properties(), new[] { name }, holder, SchemaOrder.ParagraphProperties);
     }
 }

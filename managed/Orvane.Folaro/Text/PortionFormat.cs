@@ -88,14 +88,6 @@ public interface IPortionFormat
 
 public sealed class PortionFormat : IPortionFormat
 {
-    private static readonly string[] Underlines =
-    {
-        "none", "words", "sng", "dbl", "heavy", "dotted", "dottedHeavy", "dash", "dashHeavy", "dashLong", "dashLongHeavy",
-        "dotDash", "dotDashHeavy", "dotDotDash", "dotDotDashHeavy", "wavy", "wavyHeavy", "wavyDbl",
-    };
-    private static readonly string[] Strikes = { "noStrike", "sngStrike", "dblStrike" };
-    private static readonly string[] Caps = { "none", "small", "all" };
-
     private readonly ElementSlot _rPr;
     private readonly FormatContext _context;
     private readonly Func<(TextInheritance Inheritance, System.Collections.Generic.List<OpenXmlElement> Chain)>? _inherited;
@@ -110,7 +102,7 @@ public sealed class PortionFormat : IPortionFormat
 
     public float FontHeight
     {
-        get => ElementOrder.Long(_rPr(false), "sz") is long v ? v / 100f : float.NaN;
+        get => AttributeAccess.Long(_rPr(false), "sz") is long v ? v / 100f : float.NaN;
         set => SetNumber("sz", value, 1, 4000, 100, nameof(FontHeight));
     }
 
@@ -120,20 +112,20 @@ public sealed class PortionFormat : IPortionFormat
 
     public TextUnderlineType FontUnderline
     {
-        get => (TextUnderlineType)Array.IndexOf(Underlines, Attr("u"));
-        set => SetAttr("u", Named(Underlines, (int)value, nameof(FontUnderline)));
+        get => TextTokens.Underlines.Member(Attr("u"), TextUnderlineType.NotDefined);
+        set => SetAttr("u", TextTokens.Underlines.TokenOrNull(value, TextUnderlineType.NotDefined, "PortionFormat." + nameof(FontUnderline)));
     }
 
     public TextStrikethroughType StrikethroughType
     {
-        get => (TextStrikethroughType)Array.IndexOf(Strikes, Attr("strike"));
-        set => SetAttr("strike", Named(Strikes, (int)value, nameof(StrikethroughType)));
+        get => TextTokens.Strikes.Member(Attr("strike"), TextStrikethroughType.NotDefined);
+        set => SetAttr("strike", TextTokens.Strikes.TokenOrNull(value, TextStrikethroughType.NotDefined, "PortionFormat." + nameof(StrikethroughType)));
     }
 
     public TextCapType TextCapType
     {
-        get => (TextCapType)Array.IndexOf(Caps, Attr("cap"));
-        set => SetAttr("cap", Named(Caps, (int)value, nameof(TextCapType)));
+        get => TextTokens.Caps.Member(Attr("cap"), TextCapType.NotDefined);
+        set => SetAttr("cap", TextTokens.Caps.TokenOrNull(value, TextCapType.NotDefined, "PortionFormat." + nameof(TextCapType)));
     }
 
     public string LatinFont { get => Font("latin"); set => SetFont("latin", value, () => new A.LatinFont()); }
@@ -142,28 +134,28 @@ public sealed class PortionFormat : IPortionFormat
 
     public string ComplexScriptFont { get => Font("cs"); set => SetFont("cs", value, () => new A.ComplexScriptFont()); }
 
-    public IFillFormat FillFormat => new FillFormat(_rPr, ElementOrder.RunProperties, ElementOrder.Fills, _context);
+    public IFillFormat FillFormat => new FillFormat(_rPr, SchemaOrder.RunProperties, SchemaOrder.Fills, _context);
 
     public IColorFormat HighlightColor => new ColorFormat(create =>
-        _rPr(create) is { } r ? ElementOrder.First(r, "highlight") ?? (create ? ElementOrder.Insert(r, new A.Highlight(), ElementOrder.RunProperties) : null) : null, _context);
+        _rPr(create) is { } r ? SchemaOrder.First(r, "highlight") ?? (create ? SchemaOrder.Insert(r, new A.Highlight(), SchemaOrder.RunProperties) : null) : null, _context);
 
-    public void ResetHighlightColor() => (_rPr(false) is { } r ? ElementOrder.First(r, "highlight") : null)?.Remove();
+    public void ResetHighlightColor() => (_rPr(false) is { } r ? SchemaOrder.First(r, "highlight") : null)?.Remove();
 
     public float Spacing
     {
-        get => ElementOrder.Long(_rPr(false), "spc") is long v ? v / 100f : float.NaN;
+        get => AttributeAccess.Long(_rPr(false), "spc") is long v ? v / 100f : float.NaN;
         set => SetNumber("spc", value, -4000, 4000, 100, nameof(Spacing));
     }
 
     public float Kerning
     {
-        get => ElementOrder.Long(_rPr(false), "kern") is long v ? v / 100f : float.NaN;
+        get => AttributeAccess.Long(_rPr(false), "kern") is long v ? v / 100f : float.NaN;
         set => SetNumber("kern", value, 0, 4000, 100, nameof(Kerning));
     }
 
     public float Escapement
     {
-        get => ElementOrder.Long(_rPr(false), "baseline") is long v ? v / 100000f : float.NaN;
+        get => AttributeAccess.Long(_rPr(false), "baseline") is long v ? v / 100000f : float.NaN;
         set => SetNumber("baseline", value, -1, 1, 100000, nameof(Escapement));
     }
 
@@ -197,12 +189,12 @@ public sealed class PortionFormat : IPortionFormat
         var fontRef = inheritance?.FontReference;
         string FontOf(string script)
         {
-            var face = Inherited.Child(chain, script) is { } f ? ElementOrder.Attr(f, "typeface") : null;
+            var face = Inherited.Child(chain, script) is { } f ? AttributeAccess.Attr(f, "typeface") : null;
             if (face == null)
-                return inheritance?.ThemeFont(fontRef != null && ElementOrder.Attr(fontRef, "idx") == "major", script) ?? string.Empty;
+                return inheritance?.ThemeFont(fontRef != null && AttributeAccess.Attr(fontRef, "idx") == "major", script) ?? string.Empty;
             return inheritance?.Font(face) ?? face;
         }
-        var fill = Inherited.Child(chain, ElementOrder.Fills);
+        var fill = Inherited.Child(chain, SchemaOrder.Fills);
         FillType fillType;
         Orvane.Marel.Color color;
         if (fill != null)
@@ -216,26 +208,26 @@ public sealed class PortionFormat : IPortionFormat
                 "pattFill" => FillType.Pattern,
                 _ => FillType.Group,
             };
-            color = fillType == FillType.Solid && ElementOrder.FirstOf(fill, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
+            color = fillType == FillType.Solid && SchemaOrder.FirstOf(fill, ColorMath.ColorElements) is { } c ? ColorMath.Resolve(c, theme) : default;
         }
         else
         {
             // Unfilled text takes the colour of the shape style's font reference, else the theme's text colour.
             fillType = FillType.Solid;
-            var styleColor = fontRef == null ? null : ElementOrder.FirstOf(fontRef, ColorMath.ColorElements);
+            var styleColor = fontRef == null ? null : SchemaOrder.FirstOf(fontRef, ColorMath.ColorElements);
             color = ColorMath.Resolve(styleColor ?? new A.SchemeColor { Val = A.SchemeColorValues.Text1 }, theme);
         }
         var highlight = Inherited.Child(chain, "highlight");
-        var highlightColor = highlight != null && ElementOrder.FirstOf(highlight, ColorMath.ColorElements) is { } h ? ColorMath.Resolve(h, theme) : default;
+        var highlightColor = highlight != null && SchemaOrder.FirstOf(highlight, ColorMath.ColorElements) is { } h ? ColorMath.Resolve(h, theme) : default;
         return new PortionFormatEffectiveData
         {
             // Text that nothing sizes is 18 points.
             FontHeight = (Inherited.Long(chain, "sz") ?? 1800) / 100f,
             FontBold = Inherited.Flag(chain, "b", false),
             FontItalic = Inherited.Flag(chain, "i", false),
-            FontUnderline = (TextUnderlineType)Inherited.Index(Underlines, Inherited.Attr(chain, "u"), 0),
-            StrikethroughType = (TextStrikethroughType)Inherited.Index(Strikes, Inherited.Attr(chain, "strike"), 0),
-            TextCapType = (TextCapType)Inherited.Index(Caps, Inherited.Attr(chain, "cap"), 0),
+            FontUnderline = TextTokens.Underlines.Member(Inherited.Attr(chain, "u"), TextUnderlineType.None),
+            StrikethroughType = TextTokens.Strikes.Member(Inherited.Attr(chain, "strike"), TextStrikethroughType.None),
+            TextCapType = TextTokens.Caps.Member(Inherited.Attr(chain, "cap"), TextCapType.None),
             LatinFont = FontOf("latin"),
             EastAsianFont = FontOf("ea"),
             ComplexScriptFont = FontOf("cs"),
@@ -253,17 +245,17 @@ public sealed class PortionFormat : IPortionFormat
 
     private OpenXmlElement Properties() => _rPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no text to format");
 
-    private string? Attr(string name) => _rPr(false) is { } r ? ElementOrder.Attr(r, name) : null;
+    private string? Attr(string name) => _rPr(false) is { } r ? AttributeAccess.Attr(r, name) : null;
 
     private void SetAttr(string name, string? value)
     {
         if (value == null)
         {
             if (_rPr(false) is { } r)
-                ElementOrder.SetAttr(r, name, null);
+                AttributeAccess.SetAttr(r, name, null);
             return;
         }
-        ElementOrder.SetAttr(Properties(), name, value);
+        AttributeAccess.SetAttr(Properties(), name, value);
     }
 
     private NullableBool Flag(string name) => Attr(name) switch { "1" or "true" => NullableBool.True, "0" or "false" => NullableBool.False, _ => NullableBool.NotDefined };
@@ -284,34 +276,27 @@ public sealed class PortionFormat : IPortionFormat
         }
         if (!(value >= min && value <= max))
             throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member} must be between {min} and {max} (NaN to inherit)");
-        SetAttr(name, ElementOrder.Text((long)Math.Round(value * scale)));
-    }
-
-    private static string? Named(string[] names, int value, string member)
-    {
-        if (value < -1 || value >= names.Length)
-            throw new ArgumentOutOfRangeException(nameof(value), value, $"PortionFormat.{member}: unknown value");
-        return value < 0 ? null : names[value];
+        SetAttr(name, AttributeAccess.Text((long)Math.Round(value * scale)));
     }
 
     private string Font(string name) =>
-        _rPr(false) is { } r && ElementOrder.First(r, name) is { } f ? ElementOrder.Attr(f, "typeface") ?? string.Empty : string.Empty;
+        _rPr(false) is { } r && SchemaOrder.First(r, name) is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
 
     private void SetFont(string name, string value, Func<OpenXmlElement> make)
     {
         ArgumentNullException.ThrowIfNull(value);
         if (value.Length == 0)
         {
-            (_rPr(false) is { } r ? ElementOrder.First(r, name) : null)?.Remove();
+            (_rPr(false) is { } r ? SchemaOrder.First(r, name) : null)?.Remove();
             return;
         }
-        var font = ElementOrder.Ensure(Properties(), name, make, ElementOrder.RunProperties);
-        ElementOrder.SetAttr(font, "typeface", value);
+        var font = SchemaOrder.Ensure(Properties(), name, make, SchemaOrder.RunProperties);
+        AttributeAccess.SetAttr(font, "typeface", value);
     }
 
     private IHyperlink? Link(string name) => HyperlinkStore.Read(_rPr(false), name, _context.Part, _context.Owner);
 
     private void SetLink(string name, IHyperlink? value) =>
-        HyperlinkStore.Write(create => create ? Properties() : _rPr(false), name, value, _context.Part, ElementOrder.RunProperties,
+        HyperlinkStore.Write(create => create ? Properties() : _rPr(false), name, value, _context.Part, SchemaOrder.RunProperties,
             $"{_context.Where}, PortionFormat.{(name == "hlinkClick" ? "HyperlinkClick" : "HyperlinkMouseOver")}");
 }

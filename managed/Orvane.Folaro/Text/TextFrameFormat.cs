@@ -57,9 +57,6 @@ public interface ITextFrameFormat
 
 public sealed class TextFrameFormat : ITextFrameFormat
 {
-    private static readonly string[] Anchors = { "t", "ctr", "b", "just", "dist" };
-    private static readonly string[] Verticals = { "horz", "vert", "vert270", "wordArtVert", "eaVert", "mongolianVert", "wordArtVertRtl" };
-    private static readonly string[] Autofits = { "noAutofit", "normAutofit", "spAutoFit" };
 
     private readonly ElementSlot _bodyPr;
     private readonly FormatContext _context;
@@ -85,8 +82,8 @@ public sealed class TextFrameFormat : ITextFrameFormat
 
     public TextAnchorType AnchoringType
     {
-        get => (TextAnchorType)Array.IndexOf(Anchors, Attr("anchor"));
-        set => SetAttr("anchor", Named(Anchors, (int)value, nameof(AnchoringType)));
+        get => TextTokens.Anchors.Member(Attr("anchor"), TextAnchorType.NotDefined);
+        set => SetAttr("anchor", TextTokens.Anchors.TokenOrNull(value, TextAnchorType.NotDefined, "TextFrameFormat." + nameof(AnchoringType)));
     }
 
     public NullableBool CenterText
@@ -97,38 +94,39 @@ public sealed class TextFrameFormat : ITextFrameFormat
 
     public TextVerticalType TextVerticalType
     {
-        get => (TextVerticalType)Array.IndexOf(Verticals, Attr("vert"));
-        set => SetAttr("vert", Named(Verticals, (int)value, nameof(TextVerticalType)));
+        get => TextTokens.Verticals.Member(Attr("vert"), TextVerticalType.NotDefined);
+        set => SetAttr("vert", TextTokens.Verticals.TokenOrNull(value, TextVerticalType.NotDefined, "TextFrameFormat." + nameof(TextVerticalType)));
     }
 
     public TextAutofitType AutofitType
     {
-        get => _bodyPr(false) is { } b && ElementOrder.FirstOf(b, Autofits) is { } a ? (TextAutofitType)Array.IndexOf(Autofits, a.LocalName) : TextAutofitType.NotDefined;
+        get => _bodyPr(false) is { } b && SchemaOrder.FirstOf(b, TextTokens.Autofits.Tokens) is { } a ? TextTokens.Autofits.Member(a.LocalName, TextAutofitType.NotDefined) : TextAutofitType.NotDefined;
         set
         {
-            string? name = Named(Autofits, (int)value, nameof(AutofitType));
+            var autofits = TextTokens.Autofits;
+            string? name = autofits.TokenOrNull(value, TextAutofitType.NotDefined, "TextFrameFormat." + nameof(AutofitType));
             if (name == null)
             {
                 if (_bodyPr(false) is { } b)
-                    ElementOrder.Replace(b, Autofits, null, ElementOrder.BodyProperties);
+                    SchemaOrder.Replace(b, autofits.Tokens, null, SchemaOrder.BodyProperties);
                 return;
             }
             var body = Body();
-            if (ElementOrder.FirstOf(body, Autofits)?.LocalName == name)
+            if (SchemaOrder.FirstOf(body, autofits.Tokens)?.LocalName == name)
                 return;
             OpenXmlElement made = value switch { TextAutofitType.None => new A.NoAutoFit(), TextAutofitType.Normal => new A.NormalAutoFit(), _ => new A.ShapeAutoFit() };
-            ElementOrder.Replace(body, Autofits, made, ElementOrder.BodyProperties);
+            SchemaOrder.Replace(body, autofits.Tokens, made, SchemaOrder.BodyProperties);
         }
     }
 
     public int ColumnCount
     {
-        get => (int)(ElementOrder.Long(_bodyPr(false), "numCol") ?? 0);
+        get => (int)(AttributeAccess.Long(_bodyPr(false), "numCol") ?? 0);
         set
         {
             if (value < 0 || value > 16)
                 throw new ArgumentOutOfRangeException(nameof(value), value, "TextFrameFormat.ColumnCount must be between 1 and 16 (0 to inherit)");
-            SetAttr("numCol", value == 0 ? null : ElementOrder.Text(value));
+            SetAttr("numCol", value == 0 ? null : AttributeAccess.Text(value));
         }
     }
 
@@ -142,7 +140,7 @@ public sealed class TextFrameFormat : ITextFrameFormat
         if (_inheritance != null)
             chain.AddRange(_inheritance().InheritedBodyProperties());
         float Length(string name, long fallback) => Emu.ToPoints(Inherited.Long(chain, name) ?? fallback);
-        var autofit = Inherited.Child(chain, Autofits);
+        var autofit = Inherited.Child(chain, TextTokens.Autofits.Tokens);
         return new TextFrameFormatEffectiveData
         {
             // The format's defaults: 0.1 inch left and right, 0.05 inch top and bottom.
@@ -151,10 +149,10 @@ public sealed class TextFrameFormat : ITextFrameFormat
             MarginTop = Length("tIns", 45720),
             MarginBottom = Length("bIns", 45720),
             WrapText = Inherited.Attr(chain, "wrap") != "none",
-            AnchoringType = (TextAnchorType)Inherited.Index(Anchors, Inherited.Attr(chain, "anchor"), 0),
+            AnchoringType = TextTokens.Anchors.Member(Inherited.Attr(chain, "anchor"), TextAnchorType.Top),
             CenterText = Inherited.Flag(chain, "anchorCtr", false),
-            TextVerticalType = (TextVerticalType)Inherited.Index(Verticals, Inherited.Attr(chain, "vert"), 0),
-            AutofitType = autofit == null ? TextAutofitType.None : (TextAutofitType)Array.IndexOf(Autofits, autofit.LocalName),
+            TextVerticalType = TextTokens.Verticals.Member(Inherited.Attr(chain, "vert"), TextVerticalType.Horizontal),
+            AutofitType = autofit == null ? TextAutofitType.None : TextTokens.Autofits.Member(autofit.LocalName, TextAutofitType.NotDefined),
             ColumnCount = (int)(Inherited.Long(chain, "numCol") ?? 1),
             ColumnSpacing = Length("spcCol", 0),
         };
@@ -164,7 +162,7 @@ public sealed class TextFrameFormat : ITextFrameFormat
 
     private OpenXmlElement Body() => _bodyPr(true) ?? throw new PptxEditException($"{_context.Where}: there is no text body to format");
 
-    private string? Attr(string name) => _bodyPr(false) is { } b ? ElementOrder.Attr(b, name) : null;
+    private string? Attr(string name) => _bodyPr(false) is { } b ? AttributeAccess.Attr(b, name) : null;
 
     private NullableBool Flag(string name) => Attr(name) switch { "1" or "true" => NullableBool.True, "0" or "false" => NullableBool.False, _ => NullableBool.NotDefined };
 
@@ -173,13 +171,13 @@ public sealed class TextFrameFormat : ITextFrameFormat
         if (value == null)
         {
             if (_bodyPr(false) is { } b)
-                ElementOrder.SetAttr(b, name, null);
+                AttributeAccess.SetAttr(b, name, null);
             return;
         }
-        ElementOrder.SetAttr(Body(), name, value);
+        AttributeAccess.SetAttr(Body(), name, value);
     }
 
-    private float Length(string name) => ElementOrder.Long(_bodyPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
+    private float Length(string name) => AttributeAccess.Long(_bodyPr(false), name) is long v ? Emu.ToPoints(v) : float.NaN;
 
     private void SetLength(string name, float points, string member)
     {
@@ -190,13 +188,6 @@ public sealed class TextFrameFormat : ITextFrameFormat
         }
         if (!(points >= 0 && points < 1e6))
             throw new ArgumentOutOfRangeException(nameof(points), points, $"TextFrameFormat.{member} must not be negative (NaN to inherit)");
-        SetAttr(name, ElementOrder.Text(Emu.FromPoints(points)));
-    }
-
-    private static string? Named(string[] names, int value, string member)
-    {
-        if (value < -1 || value >= names.Length)
-            throw new ArgumentOutOfRangeException(nameof(value), value, $"TextFrameFormat.{member}: unknown value");
-        return value < 0 ? null : names[value];
+        SetAttr(name, AttributeAccess.Text(Emu.FromPoints(points)));
     }
 }

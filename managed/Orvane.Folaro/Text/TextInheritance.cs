@@ -52,7 +52,7 @@ internal sealed class TextInheritance
 
     /// <summary>The a:bodyPr elements of the inherited placeholders (after the shape's own).</summary>
     internal IEnumerable<OpenXmlElement> InheritedBodyProperties() =>
-        _placeholders.Select(Body).Where(b => b != null).Select(b => ElementOrder.First(b!, "bodyPr")).Where(b => b != null)!;
+        _placeholders.Select(Body).Where(b => b != null).Select(b => SchemaOrder.First(b!, "bodyPr")).Where(b => b != null)!;
 
     /// <summary>The paragraph properties of outline level <paramref name="level"/> (0 to 8), nearest first.</summary>
     internal List<OpenXmlElement> LevelProperties(int level) => LevelProperties(level, out _);
@@ -66,20 +66,20 @@ internal sealed class TextInheritance
         {
             if (listStyle == null)
                 return;
-            if (ElementOrder.First(listStyle, name) is { } lvl)
+            if (SchemaOrder.First(listStyle, name) is { } lvl)
                 result.Add(lvl);
-            if (withDefault && ElementOrder.First(listStyle, "defPPr") is { } def)
+            if (withDefault && SchemaOrder.First(listStyle, "defPPr") is { } def)
                 result.Add(def);
         }
         if (_shape != null && Body(_shape) is { } own)
-            From(ElementOrder.First(own, "lstStyle"));
+            From(SchemaOrder.First(own, "lstStyle"));
         foreach (var ph in _placeholders)
             if (Body(ph) is { } body)
-                From(ElementOrder.First(body, "lstStyle"));
+                From(SchemaOrder.First(body, "lstStyle"));
         if (_masterStyle != null)
         {
             var styles = MasterRoot()?.ChildElements.FirstOrDefault(c => c.LocalName is "txStyles");
-            From(styles == null ? null : ElementOrder.First(styles, _masterStyle));
+            From(styles == null ? null : SchemaOrder.First(styles, _masterStyle));
             if (MasterRoot() is P.NotesMaster notes)
                 From(notes.NotesStyle);
         }
@@ -99,9 +99,9 @@ internal sealed class TextInheritance
         if (FontReference is not { } fontRef)
             return null;
         var made = new A.RunProperties();
-        if (ElementOrder.FirstOf(fontRef, ColorMath.ColorElements) is { } color)
+        if (SchemaOrder.FirstOf(fontRef, ColorMath.ColorElements) is { } color)
             made.AppendChild(new A.SolidFill(color.CloneNode(true)));
-        string? prefix = ElementOrder.Attr(fontRef, "idx") switch { "major" => "+mj", "minor" => "+mn", _ => null };
+        string? prefix = AttributeAccess.Attr(fontRef, "idx") switch { "major" => "+mj", "minor" => "+mn", _ => null };
         if (prefix != null)
         {
             made.AppendChild(new A.LatinFont { Typeface = prefix + "-lt" });
@@ -113,7 +113,7 @@ internal sealed class TextInheritance
 
     /// <summary>The shape style's font reference (a:fontRef), which gives text a theme font and a colour.</summary>
     internal OpenXmlElement? FontReference =>
-        _shape?.ChildElements.FirstOrDefault(c => c.LocalName == "style") is { } style ? ElementOrder.First(style, "fontRef") : null;
+        _shape?.ChildElements.FirstOrDefault(c => c.LocalName == "style") is { } style ? SchemaOrder.First(style, "fontRef") : null;
 
     /// <summary>A typeface with theme references ("+mj-lt", "+mn-ea", ...) replaced by the theme's fonts.</summary>
     internal string Font(string typeface)
@@ -130,8 +130,8 @@ internal sealed class TextInheritance
     {
         var fonts = ThemeChain.FontScheme(_part);
         OpenXmlElement? set = major ? fonts?.MajorFont : fonts?.MinorFont;
-        var font = set == null ? null : ElementOrder.First(set, script);
-        return font == null ? string.Empty : ElementOrder.Attr(font, "typeface") ?? string.Empty;
+        var font = set == null ? null : SchemaOrder.First(set, script);
+        return font == null ? string.Empty : AttributeAccess.Attr(font, "typeface") ?? string.Empty;
     }
 
     private static OpenXmlElement? Body(OpenXmlElement shape) => shape.ChildElements.FirstOrDefault(c => c.LocalName == "txBody");

@@ -29,17 +29,17 @@ internal static class ColorMath
         switch (color.LocalName)
         {
             case "srgbClr":
-                return Hex(ElementOrder.Attr(color, "val"));
+                return Hex(AttributeAccess.Attr(color, "val"));
             case "sysClr":
-                return Hex(ElementOrder.Attr(color, "lastClr")) ?? SystemDefault(ElementOrder.Attr(color, "val"));
+                return Hex(AttributeAccess.Attr(color, "lastClr")) ?? SystemDefault(AttributeAccess.Attr(color, "val"));
             case "scrgbClr":
                 return Rgba.FromLinear(Pct(color, "r"), Pct(color, "g"), Pct(color, "b"));
             case "hslClr":
                 return Rgba.FromHsl(Pct(color, "hue") * 100000 / 60000.0 / 360.0, Pct(color, "sat"), Pct(color, "lum"));
             case "prstClr":
-                return Preset(ElementOrder.Attr(color, "val"));
+                return Preset(AttributeAccess.Attr(color, "val"));
             case "schemeClr":
-                var val = ElementOrder.Attr(color, "val");
+                var val = AttributeAccess.Attr(color, "val");
                 if (val == "phClr")
                     return placeholder.IsEmpty ? null : Rgba.From(placeholder);
                 var slot = theme?.Slot(val);
@@ -52,9 +52,9 @@ internal static class ColorMath
         }
     }
 
-    private static double Pct(OpenXmlElement e, string name) => (ElementOrder.Long(e, name) ?? 0) / 100000.0;
+    private static double Pct(OpenXmlElement e, string name) => (AttributeAccess.Long(e, name) ?? 0) / 100000.0;
 
-    private static double? Value(OpenXmlElement op) => ElementOrder.Long(op, "val") is long v ? v : null;
+    private static double? Value(OpenXmlElement op) => AttributeAccess.Long(op, "val") is long v ? v : null;
 
     internal static Rgba? Hex(string? hex)
     {

@@ -89,7 +89,7 @@ public sealed class ColorScheme : IColorScheme
 
     // A slot holds one colour element (sRGB, or a system colour with its last known value); none reads as empty.
     private static Color Read(OpenXmlCompositeElement? slot) =>
-        slot != null && ElementOrder.FirstOf(slot, ColorMath.ColorElements) is { } color ? ColorMath.Resolve(color, null) : Color.Empty;
+        slot != null && SchemaOrder.FirstOf(slot, ColorMath.ColorElements) is { } color ? ColorMath.Resolve(color, null) : Color.Empty;
 
     private void Write(OpenXmlCompositeElement? slot, Color color)
     {

@@ -1,4 +1,5 @@
 using System;
+using System.Collections.Generic;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
 
@@ -33,16 +34,15 @@ public interface IColorSchemeEffectiveData
 
 public sealed class ColorSchemeEffectiveData : IColorSchemeEffectiveData
 {
-    private static readonly string[] Names =
-        { "bg1", "tx1", "bg2", "tx2", "accent1", "accent2", "accent3", "accent4", "accent5", "accent6", "hlink", "folHlink", "phClr", "dk1", "lt1", "dk2", "lt2" };
-
-    private readonly Color[] _colors = new Color[Names.Length];
+    // Every scheme colour but the style colour (phClr), which only has a value inside a style reference.
+    private readonly Dictionary<SchemeColor, Color> _colors = new();
 
     internal ColorSchemeEffectiveData(A.ColorScheme? scheme, ThemeColors? colors)
     {
         Name = scheme?.Name?.Value ?? string.Empty;
-        for (int i = 0; i < Names.Length; i++)
-            _colors[i] = Names[i] == "phClr" ? Color.Empty : ColorMath.Resolve(new A.SchemeColor { Val = new A.SchemeColorValues(Names[i]) }, colors);
+        foreach (var (color, token) in FormatTokens.SchemeColors.Pairs)
+            if (color != SchemeColor.StyleColor)
+                _colors[color] = ColorMath.Resolve(new A.SchemeColor { Val = new A.SchemeColorValues(token) }, colors);
     }
 
     public string Name { get; }
@@ -65,9 +65,9 @@ public sealed class ColorSchemeEffectiveData : IColorSchemeEffectiveData
 
     public Color GetColor(SchemeColor color)
     {
-        if (color < 0 || (int)color >= Names.Length || color == SchemeColor.StyleColor)
-            throw new ArgumentOutOfRangeException(nameof(color), color, "ColorSchemeEffectiveData.GetColor: not a theme colour");
-        return _colors[(int)color];
+        return _colors.TryGetValue(color, out var value)
+            ? value
+            : throw new ArgumentOutOfRangeException(nameof(color), color, "ColorSchemeEffectiveData.GetColor: not a theme colour");
     }
 
     public override string ToString() => $"ColorSchemeEffectiveData '{Name}'";

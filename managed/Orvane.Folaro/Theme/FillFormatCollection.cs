@@ -21,7 +21,7 @@ public sealed class FillFormatCollection : IFillFormatCollection
 
     internal FillFormatCollection(Func<OpenXmlElement?> list, FormatContext context, string what)
     {
-        _styles = new(list, c => Array.IndexOf(ElementOrder.Fills, c.LocalName) >= 0,
+        _styles = new(list, c => Array.IndexOf(SchemaOrder.Fills, c.LocalName) >= 0,
             (fill, index) => FillFormat.Fixed(fill, new FormatContext(context.Part, $"{context.Where}, {what} {index + 1}")),
             nameof(FillFormatCollection));
     }

@@ -55,7 +55,7 @@ public sealed class FontScheme : IFontScheme
     public override string ToString() => $"FontScheme '{Name}' ({MajorLatinFont} / {MinorLatinFont})";
 
     private static string Get(A.FontCollectionType? fonts, string script) =>
-        fonts != null && ElementOrder.First(fonts, script) is { } f ? ElementOrder.Attr(f, "typeface") ?? string.Empty : string.Empty;
+        fonts != null && SchemaOrder.First(fonts, script) is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
 
     // latin, ea and cs are required and come first, in that order; an empty typeface lets the application choose.
     private static void Set(A.FontCollectionType? fonts, string script, string value)
@@ -63,9 +63,9 @@ public sealed class FontScheme : IFontScheme
         ArgumentNullException.ThrowIfNull(value);
         if (fonts == null)
             throw new PptxEditException("FontScheme: the theme has no major or minor font list");
-        if (ElementOrder.First(fonts, script) is { } font)
+        if (SchemaOrder.First(fonts, script) is { } font)
         {
-            ElementOrder.SetAttr(font, "typeface", value);
+            AttributeAccess.SetAttr(font, "typeface", value);
             return;
         }
         OpenXmlElement made = script switch
@@ -74,6 +74,6 @@ public sealed class FontScheme : IFontScheme
             "ea" => new A.EastAsianFont { Typeface = value },
             _ => new A.ComplexScriptFont { Typeface = value },
         };
-        ElementOrder.Insert(fonts, made, new[] { "latin", "ea", "cs", "font", "extLst" });
+        SchemaOrder.Insert(fonts, made, new[] { "latin", "ea", "cs", "font", "extLst" });
     }
 }

@@ -39,5 +39,5 @@ public sealed class FontSchemeEffectiveData : IFontSchemeEffectiveData
     public override string ToString() => $"FontSchemeEffectiveData '{Name}' ({MajorLatinFont} / {MinorLatinFont})";
 
     private static string Face(OpenXmlElement? fonts, string script) =>
-        fonts != null && ElementOrder.First(fonts, script) is { } f ? ElementOrder.Attr(f, "typeface") ?? string.Empty : string.Empty;
+        fonts != null && SchemaOrder.First(fonts, script) is { } f ? AttributeAccess.Attr(f, "typeface") ?? string.Empty : string.Empty;
 }

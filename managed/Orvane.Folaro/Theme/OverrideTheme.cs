@@ -43,7 +43,7 @@ public sealed class OverrideTheme : IOverrideTheme
         _slide = slide;
     }
 
-    public bool IsEmpty => Root is not { } root || ElementOrder.FirstOf(root, Order) == null;
+    public bool IsEmpty => Root is not { } root || SchemaOrder.FirstOf(root, Order) == null;
 
     public IColorScheme? ColorScheme => Root?.ColorScheme is { } s ? new ColorScheme(s, Where) : null;
 
@@ -83,14 +83,14 @@ public sealed class OverrideTheme : IOverrideTheme
             throw new PptxEditException($"{_slide.Where}: there is no {what} to start the override from");
         var root = Root ?? Create();
         var copy = inherited.CloneNode(true);
-        var old = ElementOrder.First(root, copy.LocalName);
+        var old = SchemaOrder.First(root, copy.LocalName);
         if (old != null)
         {
             old.InsertBeforeSelf(copy);
             old.Remove();
         }
         else
-            ElementOrder.Insert(root, copy, Order);
+            SchemaOrder.Insert(root, copy, Order);
     }
 
     private A.ThemeOverride Create()

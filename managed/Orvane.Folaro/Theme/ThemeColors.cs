@@ -71,7 +71,7 @@ internal sealed class ThemeColors
             return null;
         string slot = name switch
         {
-            "bg1" or "tx1" or "bg2" or "tx2" => (_map != null ? ElementOrder.Attr(_map, name) : null) ?? Default(name),
+            "bg1" or "tx1" or "bg2" or "tx2" => (_map != null ? AttributeAccess.Attr(_map, name) : null) ?? Default(name),
             _ => name,
         };
         OpenXmlCompositeElement? holder = slot switch

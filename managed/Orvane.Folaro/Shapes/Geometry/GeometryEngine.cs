@@ -43,7 +43,7 @@ internal static class GeometryEngine
             }
             if (child.LocalName == "prstGeom")
             {
-                var name = ElementOrder.Attr(child, "prst");
+                var name = AttributeAccess.Attr(child, "prst");
                 if (name != null && Presets.Value.TryGetValue(name, out var preset))
                     definition = preset;
                 avLst = child.ChildElements.FirstOrDefault(c => c.LocalName == "avLst");
@@ -52,7 +52,7 @@ internal static class GeometryEngine
         }
         if (avLst != null)
             foreach (var gd in avLst.ChildElements.Where(c => c.LocalName == "gd"))
-                if (ElementOrder.Attr(gd, "name") is { } n && ParseVal(ElementOrder.Attr(gd, "fmla")) is double v)
+                if (AttributeAccess.Attr(gd, "name") is { } n && ParseVal(AttributeAccess.Attr(gd, "fmla")) is double v)
                     adjust[n] = v;
         return definition;
     }

@@ -6,7 +6,7 @@ namespace Orvane.Folaro;
 
 // Child order of the DrawingML property elements the model edits: a new child goes before
 // the first existing one that the schema places after it, so edits keep documents valid.
-internal static class ElementOrder
+internal static class SchemaOrder
 {
     internal static readonly string[] Fills = { "noFill", "solidFill", "gradFill", "blipFill", "pattFill", "grpFill" };
     internal static readonly string[] LineFills = { "noFill", "solidFill", "gradFill", "pattFill" };
@@ -87,25 +87,4 @@ internal static class ElementOrder
         int i = Array.IndexOf(order, name);
         return i < 0 ? order.Length : i;
     }
-
-    internal static string? Attr(OpenXmlElement element, string name)
-    {
-        foreach (var a in element.GetAttributes())
-            if (a.LocalName == name && a.NamespaceUri.Length == 0)
-                return a.Value;
-        return null;
-    }
-
-    internal static void SetAttr(OpenXmlElement element, string name, string? value)
-    {
-        if (value == null)
-            element.RemoveAttribute(name, string.Empty);
-        else
-            element.SetAttribute(new OpenXmlAttribute(name, string.Empty, value));
-    }
-
-    internal static long? Long(OpenXmlElement? element, string name) =>
-        element != null && long.TryParse(Attr(element, name), System.Globalization.NumberStyles.Integer, System.Globalization.CultureInfo.InvariantCulture, out var v) ? v : null;
-
-    internal static string Text(long value) => value.ToString(System.Globalization.CultureInfo.InvariantCulture);
 }
