@@ -5,8 +5,7 @@
 #include <Python.h>
 
 typedef struct {
-    PyObject_HEAD
-    void* handle;
+    PyObject_HEAD void* handle;
 } NoopObject;
 
 static PyObject* noop_get_int(PyObject* self, void* closure)
@@ -62,8 +61,7 @@ static PyMethodDef noop_methods[] = {
 };
 
 static PyTypeObject NoopType = {
-    PyVarObject_HEAD_INIT(NULL, 0)
-    .tp_name = "orvane_bench_noop.Noop",
+    PyVarObject_HEAD_INIT(NULL, 0).tp_name = "orvane_bench_noop.Noop",
     .tp_basicsize = sizeof(NoopObject),
     .tp_flags = Py_TPFLAGS_DEFAULT,
     .tp_methods = noop_methods,

@@ -5,9 +5,9 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")/.." && pwd)
 
 # Debian packages: fonts for rendering, LibreOffice/qpdf/poppler for checking
-# what we write.
+# what we write, clang-format for the format check.
 debs=(fonts-dejavu-core fonts-liberation2 fonts-crosextra-carlito fonts-crosextra-caladea
-      libreoffice-impress qpdf poppler-utils libfontconfig1)
+      libreoffice-impress qpdf poppler-utils libfontconfig1 clang-format)
 missing=()
 for p in "${debs[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -15,7 +15,8 @@
 
 namespace coreclrwrap {
 
-WrapState& state() {
+WrapState& state()
+{
     // Deliberately never destroyed: the runtime keeps pointers to the property
     // strings until it shuts down, and that happens from an exit handler that
     // may run after this library's own static destructors.
@@ -29,14 +30,16 @@ constexpr char kTpaKey[] = "TRUSTED_PLATFORM_ASSEMBLIES";
 constexpr char kAppPathsKey[] = "APP_PATHS";
 constexpr char kNativeDirsKey[] = "NATIVE_DLL_SEARCH_DIRECTORIES";
 
-std::string directory_of(const std::string& path) {
+std::string directory_of(const std::string& path)
+{
     size_t slash = path.rfind('/');
     if (slash == std::string::npos)
         return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-std::string simple_name_of(const std::string& path) {
+std::string simple_name_of(const std::string& path)
+{
     size_t slash = path.rfind('/');
     std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
     if (name.size() > 4 && strcasecmp(name.c_str() + name.size() - 4, ".dll") == 0)
@@ -46,7 +49,8 @@ std::string simple_name_of(const std::string& path) {
 
 // The trusted list: assemblies the caller named explicitly, then the framework
 // folder, then the application folders; the first file of a simple name wins.
-std::string build_tpa(const std::string& given, const std::string& app_paths, const std::string& framework_dir) {
+std::string build_tpa(const std::string& given, const std::string& app_paths, const std::string& framework_dir)
+{
     std::vector<std::string> explicit_paths = split_path_list(given);
     std::vector<std::string> folders{framework_dir};
     for (std::string& folder : split_path_list(app_paths))
@@ -74,7 +78,8 @@ std::string build_tpa(const std::string& given, const std::string& app_paths, co
 
 using namespace coreclrwrap;
 
-extern "C" int coreclr_wrap_load(const char* libcoreclr_path) {
+extern "C" int coreclr_wrap_load(const char* libcoreclr_path)
+{
     WrapState& s = state();
     if (!libcoreclr_path || !*libcoreclr_path)
         return 0;
@@ -122,8 +127,9 @@ const RuntimeSetting kRuntimeDefaults[] = {
 
 }  // namespace
 
-extern "C" int coreclr_wrap_initialize(const char* exe_path, const char* domain_name, int count,
-                                       const char** keys, const char** values) {
+extern "C" int coreclr_wrap_initialize(const char* exe_path, const char* domain_name, int count, const char** keys,
+                                       const char** values)
+{
     WrapState& s = state();
     if (s.init_attempted)
         return kStatusAlreadyInitialized;
@@ -205,7 +211,8 @@ extern "C" int coreclr_wrap_initialize(const char* exe_path, const char* domain_
     return 0;
 }
 
-extern "C" int coreclr_wrap_create_delegate(const char* assembly, const char* type, const char* method, void** out) {
+extern "C" int coreclr_wrap_create_delegate(const char* assembly, const char* type, const char* method, void** out)
+{
     WrapState& s = state();
     if (!s.domain_ready)
         return kStatusNoDomain;
@@ -214,7 +221,8 @@ extern "C" int coreclr_wrap_create_delegate(const char* assembly, const char* ty
     return s.create_delegate(s.host_handle, s.domain_id, assembly, type, method, out);
 }
 
-extern "C" int coreclr_wrap_shutdown(void) {
+extern "C" int coreclr_wrap_shutdown(void)
+{
     WrapState& s = state();
     if (!s.domain_ready)
         return kStatusNoDomain;
@@ -223,6 +231,7 @@ extern "C" int coreclr_wrap_shutdown(void) {
     return s.shutdown(s.host_handle, s.domain_id, &latched_exit_code);
 }
 
-extern "C" int coreclr_wrap_is_domain_initialized(void) {
+extern "C" int coreclr_wrap_is_domain_initialized(void)
+{
     return state().domain_ready ? 1 : 0;
 }

@@ -14,7 +14,8 @@ namespace {
 constexpr char kDllSuffix[] = ".dll";
 constexpr size_t kDllSuffixLen = sizeof(kDllSuffix) - 1;
 
-bool has_dll_suffix(const std::string& name) {
+bool has_dll_suffix(const std::string& name)
+{
     if (name.size() <= kDllSuffixLen)
         return false;
     for (size_t i = 0; i < kDllSuffixLen; ++i) {
@@ -25,14 +26,16 @@ bool has_dll_suffix(const std::string& name) {
     return true;
 }
 
-std::string lower_ascii(std::string text) {
+std::string lower_ascii(std::string text)
+{
     for (char& c : text)
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
 }
 
 // Sorted *.dll file names of one folder; regular files and links to them.
-std::vector<std::string> list_dlls(const std::string& folder) {
+std::vector<std::string> list_dlls(const std::string& folder)
+{
     std::vector<std::string> names;
     DIR* dir = opendir(folder.c_str());
     if (!dir)
@@ -53,7 +56,8 @@ std::vector<std::string> list_dlls(const std::string& folder) {
 
 }  // namespace
 
-std::vector<std::string> split_path_list(const std::string& list) {
+std::vector<std::string> split_path_list(const std::string& list)
+{
     std::vector<std::string> parts;
     size_t start = 0;
     while (start <= list.size()) {
@@ -67,7 +71,8 @@ std::vector<std::string> split_path_list(const std::string& list) {
     return parts;
 }
 
-std::vector<std::string> collect_trusted_assemblies(const std::vector<std::string>& folders) {
+std::vector<std::string> collect_trusted_assemblies(const std::vector<std::string>& folders)
+{
     std::vector<std::string> paths;
     std::set<std::string> seen;
     for (const std::string& raw : folders) {
@@ -83,7 +88,8 @@ std::vector<std::string> collect_trusted_assemblies(const std::vector<std::strin
     return paths;
 }
 
-std::string join_path_list(const std::vector<std::string>& items) {
+std::string join_path_list(const std::vector<std::string>& items)
+{
     std::string out;
     for (size_t i = 0; i < items.size(); ++i) {
         if (i)
@@ -93,7 +99,8 @@ std::string join_path_list(const std::vector<std::string>& items) {
     return out;
 }
 
-std::string append_search_dir(const std::string& list, const std::string& folder) {
+std::string append_search_dir(const std::string& list, const std::string& folder)
+{
     std::vector<std::string> parts = split_path_list(list);
     if (std::find(parts.begin(), parts.end(), folder) == parts.end())
         parts.push_back(folder);

@@ -14,7 +14,10 @@ namespace {
 class ContainerCallbacksTest : public PythonTest {};
 
 // Runs statements, then evaluates an expression (new reference).
-PyObject* value_of(const std::string& expression) { return eval(expression); }
+PyObject* value_of(const std::string& expression)
+{
+    return eval(expression);
+}
 
 std::string pending_error()
 {
@@ -236,10 +239,8 @@ TEST_F(ContainerCallbacksTest, ASequenceItemHeldForAThreadGoesWithTheThread)
         released_in_thread = PyList_GET_SIZE(released);
         PyGILState_Release(state);  // clears and deletes this thread's state
     });
-    Py_BEGIN_ALLOW_THREADS
-    worker.join();
-    Py_END_ALLOW_THREADS
-    EXPECT_EQ(status, 0);
+    Py_BEGIN_ALLOW_THREADS worker.join();
+    Py_END_ALLOW_THREADS EXPECT_EQ(status, 0);
     EXPECT_EQ(released_in_thread, 1) << "the worker's item lives while its thread does";
     ASSERT_EQ(PyList_GET_SIZE(released), 2) << "and is released with the thread";
     EXPECT_EQ(PyFloat_AsDouble(PyList_GET_ITEM(released, 1)), 2.0);
@@ -394,8 +395,7 @@ TEST_F(RawIoTest, ViewsOverCallerMemoryAreZeroCopyAndHonourReadOnly)
     EXPECT_EQ(std::string(target + 1, 2), "xy");
     PyObject* readonly = fn_create_shlbuffer_view(target, 4, 1);
     PyDict_SetItemString(globals(), "view", readonly);
-    PyObject* refused =
-        PyRun_String("memoryview(view).__setitem__(0, 1)", Py_eval_input, globals(), globals());
+    PyObject* refused = PyRun_String("memoryview(view).__setitem__(0, 1)", Py_eval_input, globals(), globals());
     EXPECT_EQ(refused, nullptr);
     EXPECT_EQ(pending_error(), "TypeError: cannot modify read-only memory");
     PyDict_DelItemString(globals(), "view");

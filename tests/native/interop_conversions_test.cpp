@@ -16,7 +16,8 @@ protected:
         // orvane.pyio from the source tree.
         std::string here = __FILE__;
         std::string python_dir = here.substr(0, here.rfind('/')) + "/../../python";
-        ASSERT_TRUE(exec("sys.path.insert(0, r'''" + python_dir + "''')\n"
+        ASSERT_TRUE(exec("sys.path.insert(0, r'''" + python_dir +
+                         "''')\n"
                          "import io, collections\n"
                          "def gen():\n"
                          "    yield 1\n"));
@@ -89,9 +90,7 @@ TEST_F(InteropConversionTest, CollectionsIterablesAndIterators)
            {"None", 0, ""},
            {"5", -1, "can't build IEnumerable value from 'int'"}});
     check(wrpPye_conv_py_to_clr_iterator, "IEnumerator",
-          {{"gen()", 1, ""},
-           {"iter([1])", 1, ""},
-           {"[1]", -1, "can't build IEnumerator value from 'list'"}});
+          {{"gen()", 1, ""}, {"iter([1])", 1, ""}, {"[1]", -1, "can't build IEnumerator value from 'list'"}});
 }
 
 TEST_F(InteropConversionTest, StreamsTakeBinaryFileObjects)

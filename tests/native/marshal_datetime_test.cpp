@@ -170,16 +170,17 @@ TEST_F(DateTimeMarshal, FromTicksAgreesWithPythonAcrossTheWholeRange)
 {
     // Every 997th day plus the days where cycle arithmetic turns: ends of
     // leap years, of centuries and of 400-year cycles.
-    ASSERT_TRUE(exec("probe_days = list(range(0, 3652059, 997)) + [\n"
-                     "    (date(y, 12, 31) - date(1, 1, 1)).days + k\n"
-                     "    for y in (4, 100, 400, 1600, 1900, 2000, 2004, 2100, 9996, 9998) for k in (0, 1)] + [3652058]\n"));
+    ASSERT_TRUE(
+        exec("probe_days = list(range(0, 3652059, 997)) + [\n"
+             "    (date(y, 12, 31) - date(1, 1, 1)).days + k\n"
+             "    for y in (4, 100, 400, 1600, 1900, 2000, 2004, 2100, 9996, 9998) for k in (0, 1)] + [3652058]\n"));
     PyObject* days = PyDict_GetItemString(runtimetest::globals(), "probe_days");
     ASSERT_NE(days, nullptr);
     for (Py_ssize_t i = 0; i < PyList_GET_SIZE(days); ++i) {
         int64_t day = PyLong_AsLongLong(PyList_GET_ITEM(days, i));
         // Odd time of day, with 7 sub-microsecond ticks that must vanish.
-        uint64_t t = uint64_t(day * kTicksPerDay + 13 * kTicksPerHour + 7 * kTicksPerMinute + 5 * kTicksPerSecond +
-                              1234567);
+        uint64_t t =
+            uint64_t(day * kTicksPerDay + 13 * kTicksPerHour + 7 * kTicksPerMinute + 5 * kTicksPerSecond + 1234567);
         DateTimeArgBuilder b(t | kKindLocal);
         PyObject* expected = eval("(dt(1, 1, 1) + timedelta(microseconds=" + std::to_string(t / 10) + ")).isoformat()");
         ASSERT_NE(expected, nullptr);
@@ -233,12 +234,12 @@ TEST_F(DateTimeMarshal, AwareDateTimesBecomeUtc)
 TEST_F(DateTimeMarshal, MisbehavingUtcOffsets)
 {
     ClrDateTime out{};
-    expect_error(convert(fn_conv_py_datetime_to_clr_datetime, "BadOffset(2020, 1, 1, tzinfo=plus1)", &out),
-                 "TypeError", "instance utcoffset() return wrong value");
+    expect_error(convert(fn_conv_py_datetime_to_clr_datetime, "BadOffset(2020, 1, 1, tzinfo=plus1)", &out), "TypeError",
+                 "instance utcoffset() return wrong value");
     expect_error(convert(fn_conv_py_datetime_to_clr_datetime, "HugeOffset(2020, 1, 1, tzinfo=plus1)", &out),
                  "OverflowError", "value too large or too small utc offset");
-    expect_error(convert(fn_conv_py_datetime_to_clr_datetime, "dt(2020, 1, 1, tzinfo=RaisingZone())", &out),
-                 "KeyError", "'zone'");
+    expect_error(convert(fn_conv_py_datetime_to_clr_datetime, "dt(2020, 1, 1, tzinfo=RaisingZone())", &out), "KeyError",
+                 "'zone'");
 }
 
 TEST_F(DateTimeMarshal, TimesLandOnTheFirstDayShiftedOverMidnight)
@@ -337,9 +338,8 @@ TEST_F(DateTimeMarshal, ManagedDateTimesByKind)
 
     ClrDateTime local{ticks | kKindLocal, 2 * kTicksPerHour};
     result = fn_conv_clr_datetime_to_py_datetime(&local);
-    EXPECT_EQ(repr(result),
-              "datetime.datetime(2021, 7, 8, 9, 10, 11, 121314, "
-              "tzinfo=datetime.timezone(datetime.timedelta(seconds=7200)))");
+    EXPECT_EQ(repr(result), "datetime.datetime(2021, 7, 8, 9, 10, 11, 121314, "
+                            "tzinfo=datetime.timezone(datetime.timedelta(seconds=7200)))");
     Py_XDECREF(result);
 
     ClrDateTime first{0, 0};
@@ -353,9 +353,8 @@ TEST_F(DateTimeMarshal, ManagedDateTimeOffsetIsAlwaysAware)
     uint64_t ticks = uint64_t(py_ticks("dt(2021, 7, 8, 9, 10)"));
     ClrDateTimeOffset value{ticks | kKindUtc, -(5 * kTicksPerHour + 30 * kTicksPerMinute)};
     PyObject* result = fn_write_py_date_time_offset(&value);
-    EXPECT_EQ(repr(result),
-              "datetime.datetime(2021, 7, 8, 9, 10, "
-              "tzinfo=datetime.timezone(datetime.timedelta(days=-1, seconds=66600)))");
+    EXPECT_EQ(repr(result), "datetime.datetime(2021, 7, 8, 9, 10, "
+                            "tzinfo=datetime.timezone(datetime.timedelta(days=-1, seconds=66600)))");
     Py_XDECREF(result);
 
     // An offset Python refuses (a day or more) fails with Python's error.
@@ -414,15 +413,17 @@ TEST(TimeSpanArgBuilderTest, FromTicksTruncatesEveryPartTowardZero)
 TEST_F(DateTimeMarshal, TimeDeltaConverters)
 {
     int64_t ticks = 0;
-    ASSERT_EQ(convert(fn_conv_py_datetimedelta_to_clr_timespan,
-                      "timedelta(seconds=922337203685, microseconds=477580)", &ticks), 1);
+    ASSERT_EQ(convert(fn_conv_py_datetimedelta_to_clr_timespan, "timedelta(seconds=922337203685, microseconds=477580)",
+                      &ticks),
+              1);
     EXPECT_EQ(ticks, 9223372036854775800);
     ASSERT_EQ(convert(fn_read_py_datetimedelta, "timedelta(days=1, hours=1)", &ticks), 1);
     EXPECT_EQ(ticks, 25 * kTicksPerHour);
 
     const std::string range = "value too large or too small for .Net TimeSpan";
     expect_error(convert(fn_conv_py_datetimedelta_to_clr_timespan,
-                         "timedelta(seconds=922337203685, microseconds=477581)", &ticks), "OverflowError", range);
+                         "timedelta(seconds=922337203685, microseconds=477581)", &ticks),
+                 "OverflowError", range);
     expect_error(convert(fn_conv_py_datetimedelta_to_clr_timespan, "timedelta.max", &ticks), "OverflowError", range);
     expect_error(convert(fn_conv_py_datetimedelta_to_clr_timespan, "timedelta.min", &ticks), "OverflowError", range);
     expect_error(convert(fn_conv_py_datetimedelta_to_clr_timespan, "1.5", &ticks), "TypeError",

@@ -186,8 +186,12 @@ TEST_F(GuidByRefMarshal, ObjectInspection)
         bool has_length;
         bool has_iter;
     } cases[] = {
-        {"[1]", true, true},          {"{}", true, true},          {"'ab'", true, true},
-        {"(x for x in ())", false, true}, {"OnlyGetItem()", false, true}, {"5", false, false},
+        {"[1]", true, true},
+        {"{}", true, true},
+        {"'ab'", true, true},
+        {"(x for x in ())", false, true},
+        {"OnlyGetItem()", false, true},
+        {"5", false, false},
     };
     for (const Case& c : cases) {
         PyObject* obj = eval(c.expression);

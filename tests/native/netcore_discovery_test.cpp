@@ -14,7 +14,8 @@ namespace {
 
 const char kWrap[] = "liborvane.embed.coreclrwrap.so";
 
-TEST(NetcoreVersionParse, AcceptsTwoDecimalPieces) {
+TEST(NetcoreVersionParse, AcceptsTwoDecimalPieces)
+{
     NetcoreVersion v;
     ASSERT_TRUE(try_parse("netcore3.1", v));
     EXPECT_EQ(v, NetcoreVersion(3, 1));
@@ -24,7 +25,8 @@ TEST(NetcoreVersionParse, AcceptsTwoDecimalPieces) {
     EXPECT_EQ(v, NetcoreVersion(3, 10));
 }
 
-TEST(NetcoreVersionParse, RejectsOtherNamesAndLeavesVersionAlone) {
+TEST(NetcoreVersionParse, RejectsOtherNamesAndLeavesVersionAlone)
+{
     for (const char* name : {"netcore3.1.2", "netcore3", "netcore-3.1", "netcore3.", "netcore.1", "netcore",
                              "netcorea.1", "netcore3.1a", "netcore 3.1", "xnetcore3.1", "NETCORE3.1", "net3.1",
                              "netcore+3.1", "netcore3.-1", "netcore99999999999.0", ""}) {
@@ -34,7 +36,8 @@ TEST(NetcoreVersionParse, RejectsOtherNamesAndLeavesVersionAlone) {
     }
 }
 
-TEST(NetcoreVersionParse, TryParseIntNeedsOnlyDigits) {
+TEST(NetcoreVersionParse, TryParseIntNeedsOnlyDigits)
+{
     int value = -1;
     EXPECT_TRUE(try_parse_int("007", value));
     EXPECT_EQ(value, 7);
@@ -45,7 +48,8 @@ TEST(NetcoreVersionParse, TryParseIntNeedsOnlyDigits) {
     }
 }
 
-TEST(NetcoreVersionParse, SplitKeepsEmptyPiecesAndReplacesOutput) {
+TEST(NetcoreVersionParse, SplitKeepsEmptyPiecesAndReplacesOutput)
+{
     std::vector<std::string> parts{"stale"};
     split("3.1", parts);
     EXPECT_EQ(parts, (std::vector<std::string>{"3", "1"}));
@@ -55,7 +59,8 @@ TEST(NetcoreVersionParse, SplitKeepsEmptyPiecesAndReplacesOutput) {
     EXPECT_EQ(parts, (std::vector<std::string>{""}));
 }
 
-TEST(NetcoreVersionOrder, ComparesMajorThenMinorNumerically) {
+TEST(NetcoreVersionOrder, ComparesMajorThenMinorNumerically)
+{
     EXPECT_LT(NetcoreVersion(3, 9), NetcoreVersion(3, 10));
     EXPECT_LT(NetcoreVersion(9, 9), NetcoreVersion(10, 0));
     EXPECT_LT(NetcoreVersion(2, 99), NetcoreVersion(3, 0));
@@ -67,7 +72,8 @@ TEST(NetcoreVersionOrder, ComparesMajorThenMinorNumerically) {
 // A base directory with runtime folders; `holders` get the wrapper file.
 class RuntimeFolderSearch : public ::testing::Test {
 protected:
-    void add(const std::string& folder, bool holds_wrapper) {
+    void add(const std::string& folder, bool holds_wrapper)
+    {
         dir.mkdirs(folder);
         if (holds_wrapper)
             dir.touch(folder + "/" + kWrap);
@@ -76,7 +82,8 @@ protected:
     std::string found = "untouched";
 };
 
-TEST_F(RuntimeFolderSearch, PicksHighestVersionHoldingTheFile) {
+TEST_F(RuntimeFolderSearch, PicksHighestVersionHoldingTheFile)
+{
     add("netcore2.1", true);
     add("netcore3.1", true);
     add("netcore3.0", true);
@@ -84,7 +91,8 @@ TEST_F(RuntimeFolderSearch, PicksHighestVersionHoldingTheFile) {
     EXPECT_EQ(found, dir.sub("netcore3.1"));
 }
 
-TEST_F(RuntimeFolderSearch, SkipsHigherFoldersWithoutTheFile) {
+TEST_F(RuntimeFolderSearch, SkipsHigherFoldersWithoutTheFile)
+{
     add("netcore2.1", true);
     add("netcore3.1", false);
     add("netcore3.0", false);
@@ -92,7 +100,8 @@ TEST_F(RuntimeFolderSearch, SkipsHigherFoldersWithoutTheFile) {
     EXPECT_EQ(found, dir.sub("netcore2.1"));
 }
 
-TEST_F(RuntimeFolderSearch, RanksMinorVersionsNumerically) {
+TEST_F(RuntimeFolderSearch, RanksMinorVersionsNumerically)
+{
     add("netcore3.9", true);
     add("netcore3.10", true);
     add("netcore3.2", true);
@@ -100,7 +109,8 @@ TEST_F(RuntimeFolderSearch, RanksMinorVersionsNumerically) {
     EXPECT_EQ(found, dir.sub("netcore3.10"));
 }
 
-TEST_F(RuntimeFolderSearch, IgnoresFilesLinksAndMisnamedFolders) {
+TEST_F(RuntimeFolderSearch, IgnoresFilesLinksAndMisnamedFolders)
+{
     add("netcore2.1", true);
     add("elsewhere", true);
     dir.touch("netcore9.9", "not a folder");
@@ -112,19 +122,22 @@ TEST_F(RuntimeFolderSearch, IgnoresFilesLinksAndMisnamedFolders) {
     EXPECT_EQ(found, dir.sub("netcore2.1"));
 }
 
-TEST_F(RuntimeFolderSearch, FailsWithoutTouchingResult) {
+TEST_F(RuntimeFolderSearch, FailsWithoutTouchingResult)
+{
     add("netcore3.1", false);
     EXPECT_FALSE(pal::get_major_netcore_path(dir.path(), kWrap, found));
     EXPECT_FALSE(pal::get_major_netcore_path(dir.sub("missing"), kWrap, found));
     EXPECT_EQ(found, "untouched");
 }
 
-std::vector<std::string> sorted(std::vector<std::string> items) {
+std::vector<std::string> sorted(std::vector<std::string> items)
+{
     std::sort(items.begin(), items.end());
     return items;
 }
 
-TEST(AppFolders, DebugChildReplacesItsParentOnlyInDebug) {
+TEST(AppFolders, DebugChildReplacesItsParentOnlyInDebug)
+{
     TempDir dir;
     dir.mkdirs("A/debug");
     dir.mkdirs("B");
@@ -139,7 +152,8 @@ TEST(AppFolders, DebugChildReplacesItsParentOnlyInDebug) {
     EXPECT_EQ(sorted(release_folders), (std::vector<std::string>{dir.sub("A"), dir.sub("B")}));
 }
 
-TEST(AppFolders, AppendsOneLevelAndJoinsTrailingSlashOnce) {
+TEST(AppFolders, AppendsOneLevelAndJoinsTrailingSlashOnce)
+{
     TempDir dir;
     dir.mkdirs("A/inner");
     std::vector<std::string> out{"kept"};
@@ -147,7 +161,8 @@ TEST(AppFolders, AppendsOneLevelAndJoinsTrailingSlashOnce) {
     EXPECT_EQ(out, (std::vector<std::string>{"kept", dir.sub("A")}));
 }
 
-TEST(AppFolders, UnreadableRootLeavesOutputUnchanged) {
+TEST(AppFolders, UnreadableRootLeavesOutputUnchanged)
+{
     TempDir dir;
     std::vector<std::string> out{"kept"};
     pal::get_app_folders(dir.sub("missing"), true, out);

@@ -54,8 +54,8 @@ TEST_F(ErrorBridgeTest, PendingErrorBecomesTracebackText)
 {
     EXPECT_EQ(catch_and_clear(), "<none>");
 
-    PyObject* result = PyRun_String("def _fail():\n    raise ValueError('x')\n_fail()\n", Py_file_input, globals(),
-                                    globals());
+    PyObject* result =
+        PyRun_String("def _fail():\n    raise ValueError('x')\n_fail()\n", Py_file_input, globals(), globals());
     ASSERT_EQ(result, nullptr);
     std::string text = catch_and_clear();
     EXPECT_EQ(text.rfind("Traceback (most recent call last):\n", 0), 0u) << text;

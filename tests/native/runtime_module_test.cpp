@@ -125,8 +125,7 @@ TEST_F(ModuleTest, WrpgenTreeHoldsTheInteropTypes)
     PyObject* type = eval("_root._wrpgen._interop._IDisposableWrapper");
     EXPECT_EQ(type, reinterpret_cast<PyObject*>(&wrpPye_tyds_FFFFFFFF_IDisposableWrapper));
     Py_XDECREF(type);
-    EXPECT_STREQ(wrpPye_tyds_FFFFFFFF_IDisposableWrapper.tp_name,
-                 "orvane.test._wrpgen._interop._IDisposableWrapper");
+    EXPECT_STREQ(wrpPye_tyds_FFFFFFFF_IDisposableWrapper.tp_name, "orvane.test._wrpgen._interop._IDisposableWrapper");
     PyObject* mark = eval("_root._wrpgen._interop._IDisposableWrapper.__dict__['_orvane_clr_host']");
     EXPECT_EQ(mark, Py_None);
     Py_XDECREF(mark);

@@ -151,8 +151,14 @@ TEST_F(ObjectsTest, InvalidHostStateRefusesConstruction)
     Py_DECREF(plain);
 }
 
-bool accept_all(void*) { return true; }
-bool accept_none(void*) { return false; }
+bool accept_all(void*)
+{
+    return true;
+}
+bool accept_none(void*)
+{
+    return false;
+}
 bool raise_managed(void*)
 {
     PyErr_SetString(PyExc_RuntimeError, "Proxy error(System.Exception): boom");

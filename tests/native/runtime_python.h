@@ -45,16 +45,15 @@ inline PyObject* globals()
     static PyObject* dict = [] {
         PyObject* d = PyDict_New();
         PyDict_SetItemString(d, "__builtins__", PyEval_GetBuiltins());
-        PyObject* done = PyRun_String(
-            "import sys, decimal, uuid, datetime, types\n"
-            "from decimal import Decimal\n"
-            "class MyInt(int): pass\n"
-            "class MyFloat(float): pass\n"
-            "class MyStr(str): pass\n"
-            "class MyList(list): pass\n"
-            "class MyTuple(tuple): pass\n"
-            "class MyDate(datetime.date): pass\n",
-            Py_file_input, d, d);
+        PyObject* done = PyRun_String("import sys, decimal, uuid, datetime, types\n"
+                                      "from decimal import Decimal\n"
+                                      "class MyInt(int): pass\n"
+                                      "class MyFloat(float): pass\n"
+                                      "class MyStr(str): pass\n"
+                                      "class MyList(list): pass\n"
+                                      "class MyTuple(tuple): pass\n"
+                                      "class MyDate(datetime.date): pass\n",
+                                      Py_file_input, d, d);
         if (!done)
             PyErr_Print();
         Py_XDECREF(done);

@@ -23,11 +23,7 @@ TEST_F(StringsTest, StringsPassTheirOwnStorage)
         int32_t length;
     };
     const Case cases[] = {
-        {"'h\\xe9llo'", 1, 5},
-        {"'\\u20acuro'", 2, 4},
-        {"'a\\U0001F600'", 4, 2},
-        {"MyStr('sub')", 1, 3},
-        {"''", 1, 0},
+        {"'h\\xe9llo'", 1, 5}, {"'\\u20acuro'", 2, 4}, {"'a\\U0001F600'", 4, 2}, {"MyStr('sub')", 1, 3}, {"''", 1, 0},
     };
     for (const Case& c : cases) {
         PyObject* str = eval(c.expression);

@@ -25,14 +25,14 @@ TEST_F(VariantTest, TagsFollowTheClassificationOrder)
     };
     const Case cases[] = {
         {"None", 0},
-        {"True", 4},                          // bool before int
+        {"True", 4},  // bool before int
         {"5", 5},
         {"MyInt(5)", 5},
         {"1.5", 6},
         {"MyFloat(1.5)", 6},
         {"Decimal('1.5')", 7},
-        {"Decimal('1.5').as_tuple()", 8},     // a DecimalTuple, although a tuple
-        {"datetime.datetime(2024, 1, 2)", 9}, // never 10
+        {"Decimal('1.5').as_tuple()", 8},      // a DecimalTuple, although a tuple
+        {"datetime.datetime(2024, 1, 2)", 9},  // never 10
         {"datetime.date(2024, 1, 2)", 10},
         {"MyDate(2024, 1, 2)", 10},
         {"datetime.time(12, 30)", 11},

@@ -18,16 +18,19 @@ namespace testsupport {
 // A fresh directory under $TMPDIR (or /tmp), removed with its contents.
 class TempDir {
 public:
-    TempDir() {
+    TempDir()
+    {
         const char* base = std::getenv("TMPDIR");
         std::string pattern = std::string(base && *base ? base : "/tmp") + "/orvane-native-XXXXXX";
         if (!mkdtemp(pattern.data()))
             std::abort();
         path_ = pattern;
     }
-    ~TempDir() {
-        nftw(path_.c_str(), [](const char* p, const struct stat*, int, FTW*) { return ::remove(p); }, 16,
-             FTW_DEPTH | FTW_PHYS);
+    ~TempDir()
+    {
+        nftw(
+            path_.c_str(), [](const char* p, const struct stat*, int, FTW*) { return ::remove(p); }, 16,
+            FTW_DEPTH | FTW_PHYS);
     }
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
@@ -36,7 +39,8 @@ public:
     std::string sub(const std::string& relative) const { return path_ + "/" + relative; }
 
     // Creates the directory `relative` (and its parents) inside this one.
-    std::string mkdirs(const std::string& relative) const {
+    std::string mkdirs(const std::string& relative) const
+    {
         std::string full = path_;
         std::stringstream parts(relative);
         std::string part;
@@ -47,7 +51,8 @@ public:
         return full;
     }
     // Creates a regular file `relative` holding `content`.
-    std::string touch(const std::string& relative, const std::string& content = std::string()) const {
+    std::string touch(const std::string& relative, const std::string& content = std::string()) const
+    {
         std::string full = sub(relative);
         std::ofstream(full) << content;
         return full;
@@ -57,7 +62,8 @@ private:
     std::string path_;
 };
 
-inline std::string read_file(const std::string& path) {
+inline std::string read_file(const std::string& path)
+{
     std::ifstream in(path, std::ios::binary);
     std::stringstream text;
     text << in.rdbuf();
@@ -68,7 +74,8 @@ inline std::string read_file(const std::string& path) {
 // release(), which returns everything written meanwhile.
 class StreamCapture {
 public:
-    explicit StreamCapture(FILE* stream) : stream_(stream), fd_(fileno(stream)) {
+    explicit StreamCapture(FILE* stream) : stream_(stream), fd_(fileno(stream))
+    {
         std::fflush(stream_);
         saved_ = dup(fd_);
         int target = open(file_.sub("captured").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -77,13 +84,15 @@ public:
     }
     ~StreamCapture() { restore(); }
 
-    std::string release() {
+    std::string release()
+    {
         restore();
         return read_file(file_.sub("captured"));
     }
 
 private:
-    void restore() {
+    void restore()
+    {
         if (saved_ < 0)
             return;
         std::fflush(stream_);

@@ -17,14 +17,16 @@ namespace {
 // Every test starts and ends with tracing off and COREHOST_TRACE unset.
 class Trace : public ::testing::Test {
 protected:
-    void SetUp() override {
+    void SetUp() override
+    {
         unsetenv("COREHOST_TRACE");
         trace::disable();
     }
     void TearDown() override { SetUp(); }
 
     // Output of trace::initialize() with COREHOST_TRACE set to `value`.
-    std::string initialize_with(const char* value) {
+    std::string initialize_with(const char* value)
+    {
         setenv("COREHOST_TRACE", value, 1);
         StreamCapture out(stdout);
         trace::initialize();
@@ -32,7 +34,8 @@ protected:
     }
 };
 
-TEST_F(Trace, NumbersOfOneOrMoreEnable) {
+TEST_F(Trace, NumbersOfOneOrMoreEnable)
+{
     for (const char* value : {"1", "2", "10"}) {
         trace::disable();
         EXPECT_EQ(initialize_with(value), "CLR host tracing enabled\r\n") << value;
@@ -40,7 +43,8 @@ TEST_F(Trace, NumbersOfOneOrMoreEnable) {
     }
 }
 
-TEST_F(Trace, OtherValuesLeaveTracingOff) {
+TEST_F(Trace, OtherValuesLeaveTracingOff)
+{
     for (const char* value : {"0", "-1", "abc", ""}) {
         EXPECT_EQ(initialize_with(value), "") << value;
         EXPECT_FALSE(trace::is_enabled()) << value;
@@ -50,13 +54,15 @@ TEST_F(Trace, OtherValuesLeaveTracingOff) {
     EXPECT_FALSE(trace::is_enabled());
 }
 
-TEST_F(Trace, InitializeIsIdleOnceEnabled) {
+TEST_F(Trace, InitializeIsIdleOnceEnabled)
+{
     trace::enable();
     EXPECT_EQ(initialize_with("0"), "");
     EXPECT_TRUE(trace::is_enabled());
 }
 
-TEST_F(Trace, DisabledPrintsOnlyErrorsToStandardError) {
+TEST_F(Trace, DisabledPrintsOnlyErrorsToStandardError)
+{
     StreamCapture out(stdout);
     StreamCapture err(stderr);
     trace::warning("w %d", 1);
@@ -67,7 +73,8 @@ TEST_F(Trace, DisabledPrintsOnlyErrorsToStandardError) {
     EXPECT_EQ(out.release(), "");
 }
 
-TEST_F(Trace, EnabledPrintsEveryLevelWithCrLf) {
+TEST_F(Trace, EnabledPrintsEveryLevelWithCrLf)
+{
     trace::enable();
     StreamCapture out(stdout);
     StreamCapture err(stderr);
@@ -79,7 +86,8 @@ TEST_F(Trace, EnabledPrintsEveryLevelWithCrLf) {
     EXPECT_EQ(err.release(), "e\r\n");
 }
 
-TEST(HostExceptionText, CodeAppendsSystemText) {
+TEST(HostExceptionText, CodeAppendsSystemText)
+{
     const std::string message = "coreclr_initialize failed - status:0x1a";
     HostException e(26u, message);
     EXPECT_EQ(std::string(e.what()), message + ": " + std::strerror(26));
@@ -87,7 +95,8 @@ TEST(HostExceptionText, CodeAppendsSystemText) {
     EXPECT_EQ(e.what(), e.what());  // built once, then cached
 }
 
-TEST(HostExceptionText, ConstructorsAgreeAndZeroMeansNoCode) {
+TEST(HostExceptionText, ConstructorsAgreeAndZeroMeansNoCode)
+{
     EXPECT_STREQ(BaseException("m", 2u).what(), BaseException(2u, "m").what());
     EXPECT_STREQ(BaseException("only message").what(), "only message");
     EXPECT_EQ(BaseException("only message").error_code(), 0u);
@@ -95,7 +104,8 @@ TEST(HostExceptionText, ConstructorsAgreeAndZeroMeansNoCode) {
     EXPECT_EQ(std::string(HostException(2u).what()), std::string(": ") + std::strerror(2));
 }
 
-TEST(HostExceptionText, CaughtAsStandardException) {
+TEST(HostExceptionText, CaughtAsStandardException)
+{
     try {
         throw HostException("host", 5u);
     } catch (const std::exception& e) {
@@ -105,7 +115,8 @@ TEST(HostExceptionText, CaughtAsStandardException) {
     FAIL() << "not caught as std::exception";
 }
 
-TEST(DynamicLibraryOwner, MissingLibraryFailsAndTraces) {
+TEST(DynamicLibraryOwner, MissingLibraryFailsAndTraces)
+{
     trace::enable();
     DynamicLibrary library;
     StreamCapture out(stdout);
@@ -123,7 +134,8 @@ TEST(DynamicLibraryOwner, MissingLibraryFailsAndTraces) {
     }
 }
 
-TEST(DynamicLibraryOwner, FirstLoadOnlyWhenThisObjectOpenedIt) {
+TEST(DynamicLibraryOwner, FirstLoadOnlyWhenThisObjectOpenedIt)
+{
     // libc is always present: found, not loaded.
     DynamicLibrary found = DynamicLibrary::load("libc.so.6");
     EXPECT_FALSE(found.is_first_load());
@@ -137,7 +149,8 @@ TEST(DynamicLibraryOwner, FirstLoadOnlyWhenThisObjectOpenedIt) {
     EXPECT_FALSE(again.is_first_load());
 }
 
-TEST(DynamicLibraryOwner, SymbolErrors) {
+TEST(DynamicLibraryOwner, SymbolErrors)
+{
     DynamicLibrary empty;
     EXPECT_THROW(empty.get_symbol("x"), std::logic_error);
     try {
@@ -154,7 +167,8 @@ TEST(DynamicLibraryOwner, SymbolErrors) {
     }
 }
 
-TEST(DynamicLibraryOwner, MoveTransfersOwnershipAndFreeHonoursCanFree) {
+TEST(DynamicLibraryOwner, MoveTransfersOwnershipAndFreeHonoursCanFree)
+{
     DynamicLibrary first = DynamicLibrary::load(ORVANE_TEST_WRAPPER_PATH);
     void* handle = first.handle();
     ASSERT_NE(handle, nullptr);

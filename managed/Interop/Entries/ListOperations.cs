@@ -210,13 +210,13 @@ namespace Orvane.WrpGen.Interop
                     arrayList.Sort();
                     break;
                 default:
-                {
-                    object?[] items = Snapshot(list);
-                    Array.Sort(items, Comparer.Default);
-                    for (int i = 0; i < items.Length; i++)
-                        list[i] = items[i];
-                    break;
-                }
+                    {
+                        object?[] items = Snapshot(list);
+                        Array.Sort(items, Comparer.Default);
+                        for (int i = 0; i < items.Length; i++)
+                            list[i] = items[i];
+                        break;
+                    }
             }
             if (reverse)
                 Reverse(list);

@@ -22,39 +22,39 @@ namespace Orvane.WrpGen.Interop
                 case 1:
                     return Handles.Target(obj);
                 case 2:
-                {
-                    PyStringArg text = default;
-                    if (PyCallbacks.ReadString(obj, &text) == 0)
-                        throw ErrorBridge.FromPython("can't read a Python str");
-                    return Strings.FromArg(&text);
-                }
+                    {
+                        PyStringArg text = default;
+                        if (PyCallbacks.ReadString(obj, &text) == 0)
+                            throw ErrorBridge.FromPython("can't read a Python str");
+                        return Strings.FromArg(&text);
+                    }
                 case 3:
                     return ReadBytes(obj);
                 case 4:
-                {
-                    int truth = PyCallbacks.ReadBool(obj);
-                    if (truth < 0)
-                        throw ErrorBridge.FromPython("can't read a Python bool");
-                    return truth != 0;
-                }
-                case 5:
-                {
-                    long value;
-                    switch (PyCallbacks.ReadVersLong(obj, &value))
                     {
-                        case 1: return (int)value;
-                        case 2: return value;
-                        case 3: return unchecked((ulong)value);
-                        default: throw ErrorBridge.FromPython("can't read a Python int");
+                        int truth = PyCallbacks.ReadBool(obj);
+                        if (truth < 0)
+                            throw ErrorBridge.FromPython("can't read a Python bool");
+                        return truth != 0;
                     }
-                }
+                case 5:
+                    {
+                        long value;
+                        switch (PyCallbacks.ReadVersLong(obj, &value))
+                        {
+                            case 1: return (int)value;
+                            case 2: return value;
+                            case 3: return unchecked((ulong)value);
+                            default: throw ErrorBridge.FromPython("can't read a Python int");
+                        }
+                    }
                 case 6:
-                {
-                    double value;
-                    if (PyCallbacks.ReadDouble(obj, &value) == 0)
-                        throw ErrorBridge.FromPython("can't read a Python float");
-                    return value;
-                }
+                    {
+                        double value;
+                        if (PyCallbacks.ReadDouble(obj, &value) == 0)
+                            throw ErrorBridge.FromPython("can't read a Python float");
+                        return value;
+                    }
                 case 7:
                 case 8:
                     return Decimals.ReadVariant(arg->Type, obj);

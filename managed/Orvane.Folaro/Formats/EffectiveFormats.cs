@@ -131,18 +131,18 @@ internal static class EffectiveFormats
                 data.SolidFillColor = Resolve(fill);
                 break;
             case A.GradientFill:
-            {
-                data.FillType = FillType.Gradient;
-                var path = fill.GetFirstChild<A.PathGradientFill>();
-                data.GradientShape = path == null ? GradientShape.Linear
-                    : AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
-                data.LinearGradientAngle = path != null ? float.NaN : (float)((AttributeAccess.Long(fill.GetFirstChild<A.LinearGradientFill>(), "ang") ?? 0) / 60000.0);
-                data.GradientStops = (fill.GetFirstChild<A.GradientStopList>()?.Elements<A.GradientStop>() ?? Enumerable.Empty<A.GradientStop>())
-                    .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((AttributeAccess.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
-                    .OrderBy(s => s.Position)
-                    .ToArray();
-                break;
-            }
+                {
+                    data.FillType = FillType.Gradient;
+                    var path = fill.GetFirstChild<A.PathGradientFill>();
+                    data.GradientShape = path == null ? GradientShape.Linear
+                        : AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
+                    data.LinearGradientAngle = path != null ? float.NaN : (float)((AttributeAccess.Long(fill.GetFirstChild<A.LinearGradientFill>(), "ang") ?? 0) / 60000.0);
+                    data.GradientStops = (fill.GetFirstChild<A.GradientStopList>()?.Elements<A.GradientStop>() ?? Enumerable.Empty<A.GradientStop>())
+                        .Select(g => (IGradientStopEffectiveData)new GradientStopEffectiveData((AttributeAccess.Long(g, "pos") ?? 0) / 100000f, Resolve(g)))
+                        .OrderBy(s => s.Position)
+                        .ToArray();
+                    break;
+                }
             case A.PatternFill:
                 data.FillType = FillType.Pattern;
                 data.PatternStyle = FormatTokens.PatternStyles.Member(AttributeAccess.Attr(fill, "prst"), PatternStyle.Percent5);

@@ -138,10 +138,12 @@ public sealed class FillFormat : IFillFormat
                 new A.GradientStopList(
                     new A.GradientStop(new A.SchemeColor { Val = A.SchemeColorValues.Accent1 }) { Position = 0 },
                     new A.GradientStop(new A.SchemeColor { Val = A.SchemeColorValues.Background1 }) { Position = 100000 }),
-                new A.LinearGradientFill { Angle = 0, Scaled = false }) { RotateWithShape = true },
+                new A.LinearGradientFill { Angle = 0, Scaled = false })
+            { RotateWithShape = true },
             FillType.Pattern => new A.PatternFill(
                 new A.ForegroundColor(new A.SchemeColor { Val = A.SchemeColorValues.Accent1 }),
-                new A.BackgroundColor(new A.SchemeColor { Val = A.SchemeColorValues.Background1 })) { Preset = A.PresetPatternValues.Percent5 },
+                new A.BackgroundColor(new A.SchemeColor { Val = A.SchemeColorValues.Background1 }))
+            { Preset = A.PresetPatternValues.Percent5 },
             FillType.Picture => new A.BlipFill(new A.Blip(), new A.Stretch(new A.FillRectangle())) { RotateWithShape = true },
             _ => new A.GroupFill(),
         };

@@ -103,32 +103,32 @@ internal static class ColorMath
             case "alphaOff": return c with { A = Clamp(c.A + v) };
             case "alphaMod": return c with { A = Clamp(c.A * v) };
             case "tint":
-            {
-                // A tint mixes with white and a shade with black, in linear light.
-                var (r, g, b) = c.Linear();
-                return Rgba.FromLinear(1 - (1 - r) * v, 1 - (1 - g) * v, 1 - (1 - b) * v, c.A);
-            }
+                {
+                    // A tint mixes with white and a shade with black, in linear light.
+                    var (r, g, b) = c.Linear();
+                    return Rgba.FromLinear(1 - (1 - r) * v, 1 - (1 - g) * v, 1 - (1 - b) * v, c.A);
+                }
             case "shade":
-            {
-                var (r, g, b) = c.Linear();
-                return Rgba.FromLinear(r * v, g * v, b * v, c.A);
-            }
+                {
+                    var (r, g, b) = c.Linear();
+                    return Rgba.FromLinear(r * v, g * v, b * v, c.A);
+                }
             case "comp":
-            {
-                var (h, s, l) = c.Hsl();
-                return Rgba.FromHsl((h + 0.5) % 1.0, s, l, c.A);
-            }
+                {
+                    var (h, s, l) = c.Hsl();
+                    return Rgba.FromHsl((h + 0.5) % 1.0, s, l, c.A);
+                }
             case "inv": return new Rgba(1 - c.R, 1 - c.G, 1 - c.B, c.A);
             case "gray":
-            {
-                double y = 0.3 * c.R + 0.59 * c.G + 0.11 * c.B;
-                return new Rgba(y, y, y, c.A);
-            }
+                {
+                    double y = 0.3 * c.R + 0.59 * c.G + 0.11 * c.B;
+                    return new Rgba(y, y, y, c.A);
+                }
             case "gamma":
-            {
-                var (r, g, b) = c.Linear();
-                return new Rgba(r, g, b, c.A);
-            }
+                {
+                    var (r, g, b) = c.Linear();
+                    return new Rgba(r, g, b, c.A);
+                }
             case "invGamma":
                 return Rgba.FromLinear(c.R, c.G, c.B, c.A);
         }

@@ -6,13 +6,19 @@
 #include "pal.h"
 #include "trace.h"
 
-DynamicLibrary::~DynamicLibrary() { free(); }
+DynamicLibrary::~DynamicLibrary()
+{
+    free();
+}
 
 DynamicLibrary::DynamicLibrary(DynamicLibrary&& other) noexcept
     : can_free_(other.can_free_), handle_(std::exchange(other.handle_, nullptr)),
-      first_load_(std::exchange(other.first_load_, false)) {}
+      first_load_(std::exchange(other.first_load_, false))
+{
+}
 
-DynamicLibrary& DynamicLibrary::operator=(DynamicLibrary&& other) noexcept {
+DynamicLibrary& DynamicLibrary::operator=(DynamicLibrary&& other) noexcept
+{
     if (this != &other) {
         free();
         can_free_ = other.can_free_;
@@ -22,7 +28,8 @@ DynamicLibrary& DynamicLibrary::operator=(DynamicLibrary&& other) noexcept {
     return *this;
 }
 
-bool DynamicLibrary::try_load(const std::string& path) {
+bool DynamicLibrary::try_load(const std::string& path)
+{
     free();
     handle_ = nullptr;
     first_load_ = false;
@@ -46,14 +53,16 @@ bool DynamicLibrary::try_load(const std::string& path) {
     return false;
 }
 
-DynamicLibrary DynamicLibrary::load(const std::string& path) {
+DynamicLibrary DynamicLibrary::load(const std::string& path)
+{
     DynamicLibrary library;
     if (!library.try_load(path))
         throw std::runtime_error("DynamicLibrary::load");
     return library;
 }
 
-bool DynamicLibrary::free() {
+bool DynamicLibrary::free()
+{
     if (!handle_)
         return false;
     if (can_free_) {
@@ -63,7 +72,8 @@ bool DynamicLibrary::free() {
     return true;
 }
 
-void* DynamicLibrary::get_symbol(const char* name) const {
+void* DynamicLibrary::get_symbol(const char* name) const
+{
     if (!handle_)
         throw std::logic_error("Library was not opened!");
     void* symbol = pal::get_symbol(handle_, name);

@@ -23,12 +23,14 @@ constexpr char kAssemblyDirVariable[] = "NETCORE_WRAPPER_ASSEMBLY_DIR";
 
 // Looks a wrapper entry point up with the function type of its slot.
 template <typename Fn>
-void bind_symbol(const DynamicLibrary& library, const char* name, Fn& slot) {
+void bind_symbol(const DynamicLibrary& library, const char* name, Fn& slot)
+{
     slot = reinterpret_cast<Fn>(library.get_symbol(name));
 }
 
 // "<prefix>_<company>"; empty when there is no company word to name the variable.
-std::string variable_name(const char* prefix, const char* company) {
+std::string variable_name(const char* prefix, const char* company)
+{
     if (!company || !*company)
         return std::string();
     return std::string(prefix) + "_" + company;
@@ -37,7 +39,8 @@ std::string variable_name(const char* prefix, const char* company) {
 // The runtime resolves assembly and library paths from the folder it was
 // given, not from the working directory, so a relative folder named by an
 // environment variable is made absolute here.
-std::string absolute_from_cwd(const std::string& path) {
+std::string absolute_from_cwd(const std::string& path)
+{
     if (!pal::path_is_relative(path))
         return path;
     char cwd[4096];
@@ -49,8 +52,8 @@ std::string absolute_from_cwd(const std::string& path) {
 }  // namespace
 
 HostEnvironment& HostEnvironment::instance(const char* runtime_version, bool debug, const char* company,
-                                           const char* product, const char* netcore_dir,
-                                           const char* assembly_dir) {
+                                           const char* product, const char* netcore_dir, const char* assembly_dir)
+{
     // Thread-safe construction; the destructor runs among the exit handlers.
     static HostEnvironment host;
     if (host.wrapper_.handle())
@@ -65,17 +68,20 @@ HostEnvironment& HostEnvironment::instance(const char* runtime_version, bool deb
     return host;
 }
 
-HostEnvironment::~HostEnvironment() {
+HostEnvironment::~HostEnvironment()
+{
     // Exit-time destructor: an exception escaping shutdown terminates the process.
     shutdown_default_app_domain();
 }
 
-const char* HostEnvironment::get_libcoreclr_wrap_name() const {
+const char* HostEnvironment::get_libcoreclr_wrap_name() const
+{
     return debug_ ? kWrapDebugName : kWrapName;
 }
 
 bool HostEnvironment::initialize(const char* /*runtime_version*/, bool debug, const char* company,
-                                 const char* /*product*/, const char* netcore_dir, const char* assembly_dir) {
+                                 const char* /*product*/, const char* netcore_dir, const char* assembly_dir)
+{
     trace::info("Initializing .NET Core host...");
     entry_point_path_ = pal::get_entry_point_exe();
 
@@ -133,14 +139,16 @@ bool HostEnvironment::initialize(const char* /*runtime_version*/, bool debug, co
     return true;
 }
 
-void HostEnvironment::complete_app_folders(std::vector<std::string>& folders) const {
+void HostEnvironment::complete_app_folders(std::vector<std::string>& folders) const
+{
     for (const std::string& folder : folders)
         if (folder == netcore_dir_)
             return;
     folders.push_back(netcore_dir_);
 }
 
-void HostEnvironment::create_default_app_domain() {
+void HostEnvironment::create_default_app_domain()
+{
     trace::info("Creating default AppDomain...");
     const std::string app_paths = product_assembly_dirs_;
     const std::string app_ni_paths = app_paths;
@@ -154,10 +162,7 @@ void HostEnvironment::create_default_app_domain() {
 #pragma GCC diagnostic pop
 
     const char* keys[] = {
-        "TRUSTED_PLATFORM_ASSEMBLIES",
-        "APP_PATHS",
-        "APP_NI_PATHS",
-        "NATIVE_DLL_SEARCH_DIRECTORIES",
+        "TRUSTED_PLATFORM_ASSEMBLIES", "APP_PATHS", "APP_NI_PATHS", "NATIVE_DLL_SEARCH_DIRECTORIES",
         "AppDomainCompatSwitch",
     };
     const char* values[] = {
@@ -176,7 +181,8 @@ void HostEnvironment::create_default_app_domain() {
     trace::info("Default AppDomain ready.");
 }
 
-void HostEnvironment::shutdown_default_app_domain() {
+void HostEnvironment::shutdown_default_app_domain()
+{
     if (!wrap_shutdown_ || !ready_)
         return;
     if (wrapper_.handle() && wrapper_.is_first_load()) {
@@ -187,8 +193,8 @@ void HostEnvironment::shutdown_default_app_domain() {
     ready_ = false;
 }
 
-int HostEnvironment::try_create_delegate(const char* assembly, const char* type, const char* method,
-                                         void** out) const {
+int HostEnvironment::try_create_delegate(const char* assembly, const char* type, const char* method, void** out) const
+{
     if (!wrap_create_delegate_)
         return -1;
     return wrap_create_delegate_(assembly, type, method, out);

@@ -25,8 +25,8 @@ public:
     // debug assembly folders, `netcore_dir`/`assembly_dir` override the
     // searches; `runtime_version` and `product` are carried but unused.
     // Start-up failures are thrown (HostException, std::runtime_error, std::logic_error).
-    static HostEnvironment& instance(const char* runtime_version, bool debug, const char* company,
-                                     const char* product, const char* netcore_dir, const char* assembly_dir);
+    static HostEnvironment& instance(const char* runtime_version, bool debug, const char* company, const char* product,
+                                     const char* netcore_dir, const char* assembly_dir);
 
     HostEnvironment(const HostEnvironment&) = delete;
     HostEnvironment& operator=(const HostEnvironment&) = delete;

@@ -12,7 +12,8 @@ BaseException::BaseException(std::string message) : message_(std::move(message))
 
 BaseException::BaseException(std::string message, unsigned int code) : message_(std::move(message)), code_(code) {}
 
-const char* BaseException::what() const noexcept {
+const char* BaseException::what() const noexcept
+{
     // noexcept: a failure while building the text ends the process.
     if (!what_built_) {
         what_ = message_;

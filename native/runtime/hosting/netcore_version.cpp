@@ -7,7 +7,8 @@ constexpr char kNetcorePrefix[] = "netcore";
 constexpr size_t kNetcorePrefixLen = sizeof(kNetcorePrefix) - 1;
 }  // namespace
 
-void split(const std::string& text, std::vector<std::string>& parts) {
+void split(const std::string& text, std::vector<std::string>& parts)
+{
     parts.clear();
     size_t start = 0;
     for (;;) {
@@ -21,7 +22,8 @@ void split(const std::string& text, std::vector<std::string>& parts) {
     }
 }
 
-bool try_parse_int(const std::string& text, int& value) {
+bool try_parse_int(const std::string& text, int& value)
+{
     // Digits only: no sign, no space, not empty.
     if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
         return false;
@@ -33,7 +35,8 @@ bool try_parse_int(const std::string& text, int& value) {
     return true;
 }
 
-bool try_parse(const std::string& folder_name, NetcoreVersion& version) {
+bool try_parse(const std::string& folder_name, NetcoreVersion& version)
+{
     if (folder_name.rfind(kNetcorePrefix, 0) != 0)
         return false;
     std::vector<std::string> parts;

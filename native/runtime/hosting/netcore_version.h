@@ -11,7 +11,8 @@ struct NetcoreVersion {
     NetcoreVersion() = default;
     NetcoreVersion(int major_, int minor_) : major(major_), minor(minor_) {}
 
-    bool operator<(const NetcoreVersion& other) const {
+    bool operator<(const NetcoreVersion& other) const
+    {
         return major != other.major ? major < other.major : minor < other.minor;
     }
     bool operator==(const NetcoreVersion& other) const { return major == other.major && minor == other.minor; }

@@ -4,18 +4,20 @@
 #include "host_environment.h"
 #include "proxy_binding.h"
 
-ObjectHost* ObjectHost::get_instance() {
+ObjectHost* ObjectHost::get_instance()
+{
     static ObjectHost host;
     return &host;
 }
 
-bool ObjectHost::set_method_ptr(const HostEnvironment& host, const char* method, void** slot) {
-    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, kManagedType, method, slot,
-                               error_);
+bool ObjectHost::set_method_ptr(const HostEnvironment& host, const char* method, void** slot)
+{
+    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, kManagedType, method, slot, error_);
 }
 
 template <typename Fn>
-bool ObjectHost::bind(const HostEnvironment& host, const char* method, Fn& slot) {
+bool ObjectHost::bind(const HostEnvironment& host, const char* method, Fn& slot)
+{
     void* entry = nullptr;
     if (!set_method_ptr(host, method, &entry))
         return false;
@@ -23,7 +25,8 @@ bool ObjectHost::bind(const HostEnvironment& host, const char* method, Fn& slot)
     return true;
 }
 
-ObjectHost::ObjectHost() {
+ObjectHost::ObjectHost()
+{
     if (const char* assembly = ExchangeHost::get_instance()->get_assembly_name()) {
         assembly_ = assembly;
         has_assembly_ = true;

@@ -18,11 +18,15 @@ bool path_is_relative(const std::string& path);
 // Appends `part`, inserting one '/' unless `path` already ends with one.
 void path_append(std::string& path, const std::string& part);
 
-inline std::string build_path(std::string base) { return base; }
+inline std::string build_path(std::string base)
+{
+    return base;
+}
 
 // `base` with each part appended by path_append, in order.
 template <typename... Parts>
-std::string build_path(std::string base, const std::string& part, const Parts&... rest) {
+std::string build_path(std::string base, const std::string& part, const Parts&... rest)
+{
     path_append(base, part);
     return build_path(std::move(base), rest...);
 }

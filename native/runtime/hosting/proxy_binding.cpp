@@ -2,7 +2,8 @@
 
 #include "host_environment.h"
 
-std::string missing_method_error_message(const char* assembly, const char* type, const char* method, int status) {
+std::string missing_method_error_message(const char* assembly, const char* type, const char* method, int status)
+{
     std::string message = "While initializing the host for the '";
     message += type ? type : "";
     message += " (Assembly=";
@@ -16,7 +17,8 @@ std::string missing_method_error_message(const char* assembly, const char* type,
 }
 
 bool fn_bind_host_method(const HostEnvironment& host, const char* assembly, const char* type, const char* method,
-                         void** slot, std::string& error) {
+                         void** slot, std::string& error)
+{
     // Without an assembly name (the exchange host was never initialised) there
     // is nothing the runtime could bind either.
     if (!host.is_ready() || !assembly) {

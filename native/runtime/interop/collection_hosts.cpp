@@ -23,15 +23,14 @@ PyHost_ph_IList* PyHost_ph_IList::get_instance()
 PyHost_ph_IList::PyHost_ph_IList() : PyListHostBase(kManagedType)
 {
     bind("SqGetItem", e_.sq_getitem) && bind("SqGetItemNoCheck", e_.sq_getitem_nocheck) &&
-        bind("SqSetItem", e_.sq_setitem) && bind("SqSetItemNoCheck", e_.sq_setitem_nocheck) &&
-        bind("Add", e_.add) && bind("Insert", e_.insert) && bind("Remove", e_.remove) &&
-        bind("RemoveAt", e_.remove_at) && bind("Pop", e_.pop) && bind("Clear", e_.clear) &&
-        bind("SqInplaceConcat", e_.sq_inplace_concat) && bind("SqInplaceRepeat", e_.sq_inplace_repeat) &&
-        bind("MpSetItems", e_.mp_set_items) && bind("MpRemoveItems", e_.mp_remove_items) &&
-        bind("Reverse", e_.reverse) && bind("Sort", e_.sort) && bind("IndexBy", e_.index_by) &&
-        bind("SqContains", e_.sq_contains) && bind("CountOf", e_.count_of) &&
-        bind("CreateInstanceFromPyList", e_.from_list) &&
-        bind("CreateInstanceFromPySequence", e_.from_sequence) && bind("IsAssignableTo", e_.is_assignable_to);
+        bind("SqSetItem", e_.sq_setitem) && bind("SqSetItemNoCheck", e_.sq_setitem_nocheck) && bind("Add", e_.add) &&
+        bind("Insert", e_.insert) && bind("Remove", e_.remove) && bind("RemoveAt", e_.remove_at) &&
+        bind("Pop", e_.pop) && bind("Clear", e_.clear) && bind("SqInplaceConcat", e_.sq_inplace_concat) &&
+        bind("SqInplaceRepeat", e_.sq_inplace_repeat) && bind("MpSetItems", e_.mp_set_items) &&
+        bind("MpRemoveItems", e_.mp_remove_items) && bind("Reverse", e_.reverse) && bind("Sort", e_.sort) &&
+        bind("IndexBy", e_.index_by) && bind("SqContains", e_.sq_contains) && bind("CountOf", e_.count_of) &&
+        bind("CreateInstanceFromPyList", e_.from_list) && bind("CreateInstanceFromPySequence", e_.from_sequence) &&
+        bind("IsAssignableTo", e_.is_assignable_to);
 }
 
 PyHost_ph_Array* PyHost_ph_Array::get_instance()
@@ -42,12 +41,11 @@ PyHost_ph_Array* PyHost_ph_Array::get_instance()
 
 PyHost_ph_Array::PyHost_ph_Array() : PyListHostBase(kManagedType)
 {
-    bind("SqLength", e_.sq_length) && bind("SqContains", e_.sq_contains) &&
-        bind("SqGetItem", e_.sq_getitem) && bind("SqGetItemNoCheck", e_.sq_getitem_nocheck) &&
-        bind("SqSetItem", e_.sq_setitem) && bind("SqSetItemNoChek", e_.sq_setitem_nocheck) &&
-        bind("MpSetItems", e_.mp_set_items) && bind("Reverse", e_.reverse) && bind("Sort", e_.sort) &&
-        bind("IndexBy", e_.index_by) && bind("CountOf", e_.count_of) &&
-        bind("CreateInstanceFromPyList", e_.from_list) &&
+    bind("SqLength", e_.sq_length) && bind("SqContains", e_.sq_contains) && bind("SqGetItem", e_.sq_getitem) &&
+        bind("SqGetItemNoCheck", e_.sq_getitem_nocheck) && bind("SqSetItem", e_.sq_setitem) &&
+        bind("SqSetItemNoChek", e_.sq_setitem_nocheck) && bind("MpSetItems", e_.mp_set_items) &&
+        bind("Reverse", e_.reverse) && bind("Sort", e_.sort) && bind("IndexBy", e_.index_by) &&
+        bind("CountOf", e_.count_of) && bind("CreateInstanceFromPyList", e_.from_list) &&
         bind("CreateInstanceFromPySequence", e_.from_sequence) && bind("IsAssignableTo", e_.is_assignable_to);
 }
 
@@ -59,16 +57,16 @@ PyHost_ph_ArrList* PyHost_ph_ArrList::get_instance()
 
 PyHost_ph_ArrList::PyHost_ph_ArrList() : PyListHostBase(kManagedType)
 {
-    bind("SqLength", e_.sq_length) && bind("Add", e_.add) && bind("Remove", e_.remove) &&
-        bind("Clear", e_.clear) && bind("SqContains", e_.sq_contains) && bind("SqGetItem", e_.sq_getitem) &&
+    bind("SqLength", e_.sq_length) && bind("Add", e_.add) && bind("Remove", e_.remove) && bind("Clear", e_.clear) &&
+        bind("SqContains", e_.sq_contains) && bind("SqGetItem", e_.sq_getitem) &&
         bind("SqGetItemNoCheck", e_.sq_getitem_nocheck) && bind("SqSetItem", e_.sq_setitem) &&
-        bind("SqSetItemNoChek", e_.sq_setitem_nocheck) && bind("Insert", e_.insert) &&
-        bind("RemoveAt", e_.remove_at) && bind("Pop", e_.pop) && bind("SqInplaceConcat", e_.sq_inplace_concat) &&
+        bind("SqSetItemNoChek", e_.sq_setitem_nocheck) && bind("Insert", e_.insert) && bind("RemoveAt", e_.remove_at) &&
+        bind("Pop", e_.pop) && bind("SqInplaceConcat", e_.sq_inplace_concat) &&
         bind("SqInplaceRepeat", e_.sq_inplace_repeat) && bind("MpSetItems", e_.mp_set_items) &&
         bind("MpRemoveItems", e_.mp_remove_items) && bind("Reverse", e_.reverse) && bind("Sort", e_.sort) &&
-        bind("IndexBy", e_.index_by) && bind("CountOf", e_.count_of) &&
-        bind("EnsureCapacity", e_.ensure_capacity) && bind("CreateInstanceFromPyList", e_.from_list) &&
-        bind("CreateInstanceFromPySequence", e_.from_sequence) && bind("IsAssignableTo", e_.is_assignable_to);
+        bind("IndexBy", e_.index_by) && bind("CountOf", e_.count_of) && bind("EnsureCapacity", e_.ensure_capacity) &&
+        bind("CreateInstanceFromPyList", e_.from_list) && bind("CreateInstanceFromPySequence", e_.from_sequence) &&
+        bind("IsAssignableTo", e_.is_assignable_to);
 }
 
 PyColBaseHostBase::PyColBaseHostBase(const char* managed_type) : PyInteropHostBase(managed_type)

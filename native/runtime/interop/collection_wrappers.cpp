@@ -244,8 +244,8 @@ PyTypeObject make_iterable_type()
 
 PyTypeObject make_iterator_type()
 {
-    PyTypeObject type = fn_wrapper_type("_wrpgen._interop._IterWrapper", sizeof(PyClrObject),
-                                        fn_interop_tp_new<PyInteropType::Iter>);
+    PyTypeObject type =
+        fn_wrapper_type("_wrpgen._interop._IterWrapper", sizeof(PyClrObject), fn_interop_tp_new<PyInteropType::Iter>);
     type.tp_iter = iterator_self;
     type.tp_iternext = iterator_next;
     return type;
@@ -396,14 +396,38 @@ int wrpPye_conv_py_to_clr_iterator(PyObject* obj, VariantArg* out)
                    Fallback::Iterator, "IEnumerator");
 }
 
-bool wrpPye_is_not_valid_icol(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ICol>(message); }
-bool wrpPye_is_not_valid_ilist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_IList>(message); }
-bool wrpPye_is_not_valid_array(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Array>(message); }
-bool wrpPye_is_not_valid_arrlist(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ArrList>(message); }
-bool wrpPye_is_not_valid_colbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_ColBase>(message); }
-bool wrpPye_is_not_valid_rocolbase(std::string& message) { return fn_host_is_not_valid<PyHost_ph_RoColBase>(message); }
-bool wrpPye_is_not_valid_iter(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iterable>(message); }
-bool wrpPye_is_not_valid_iterator(std::string& message) { return fn_host_is_not_valid<PyHost_ph_Iter>(message); }
+bool wrpPye_is_not_valid_icol(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_ICol>(message);
+}
+bool wrpPye_is_not_valid_ilist(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_IList>(message);
+}
+bool wrpPye_is_not_valid_array(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_Array>(message);
+}
+bool wrpPye_is_not_valid_arrlist(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_ArrList>(message);
+}
+bool wrpPye_is_not_valid_colbase(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_ColBase>(message);
+}
+bool wrpPye_is_not_valid_rocolbase(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_RoColBase>(message);
+}
+bool wrpPye_is_not_valid_iter(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_Iterable>(message);
+}
+bool wrpPye_is_not_valid_iterator(std::string& message)
+{
+    return fn_host_is_not_valid<PyHost_ph_Iter>(message);
+}
 
 PyObject* wrpPye_conv_clr_collection_to_py(const PyCollectionArg& arg, PyTypeObject* least_derived)
 {

@@ -10,8 +10,7 @@ PyHost_ph_Disposable* PyHost_ph_Disposable::get_instance()
 
 bool PyHost_ph_Disposable::set_method_ptr(const HostEnvironment& host, const char* method, void** slot)
 {
-    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, kManagedType, method, slot,
-                               error_);
+    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, kManagedType, method, slot, error_);
 }
 
 PyHost_ph_Disposable::PyHost_ph_Disposable()

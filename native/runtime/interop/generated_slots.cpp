@@ -9,7 +9,10 @@
 
 namespace {
 
-const PyShlCollectionSlots* slots_of(const void* context) { return static_cast<const PyShlCollectionSlots*>(context); }
+const PyShlCollectionSlots* slots_of(const void* context)
+{
+    return static_cast<const PyShlCollectionSlots*>(context);
+}
 
 // An index beyond 32 bits cannot name an element: out of range, never truncated.
 bool out_of_clr_range(Py_ssize_t index)
@@ -22,7 +25,10 @@ bool out_of_clr_range(Py_ssize_t index)
 
 // ---- element access, as the list protocol reaches it ----
 
-Py_ssize_t length(PyObject* self, const void* context) { return wrpPye_bltp_coll_sq_length(self, slots_of(context)); }
+Py_ssize_t length(PyObject* self, const void* context)
+{
+    return wrpPye_bltp_coll_sq_length(self, slots_of(context));
+}
 
 PyObject* get_item(PyObject* self, Py_ssize_t index, const void* context)
 {
@@ -65,8 +71,8 @@ int set_item_nocheck(PyObject* self, Py_ssize_t index, PyObject* value, const vo
 }
 
 // One managed call copies the whole slice from the other collection.
-int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_ssize_t slice_length,
-                        Py_ssize_t step, Py_ssize_t length, const void* context)
+int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step,
+                        Py_ssize_t length, const void* context)
 {
     slots_of(context)->ssubscript_sizable(fn_clr_handle(self), fn_clr_handle(source), (int32_t)start,
                                           (int32_t)slice_length, (int32_t)step, (int32_t)length);
@@ -75,9 +81,18 @@ int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_s
 
 // A collection class never grows or shrinks through the protocol.
 const PyListAccess collection_access = {
-    length,  get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
-    assign_from_managed, PyListSliceSource::IndexableSequence,
-    nullptr, nullptr,  nullptr,
+    length,
+    get_item,
+    get_item_nocheck,
+    set_item,
+    set_item_nocheck,
+    nullptr,
+    nullptr,
+    assign_from_managed,
+    PyListSliceSource::IndexableSequence,
+    nullptr,
+    nullptr,
+    nullptr,
 };
 
 }  // namespace
@@ -111,8 +126,7 @@ int wrpPye_bltp_coll_sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* val
     return fn_list_ass_item(self, index, value, &collection_access, slots);
 }
 
-int wrpPye_bltp_coll_mp_ass_subscript(PyObject* self, PyObject* key, PyObject* value,
-                                      const PyShlCollectionSlots* slots)
+int wrpPye_bltp_coll_mp_ass_subscript(PyObject* self, PyObject* key, PyObject* value, const PyShlCollectionSlots* slots)
 {
     return fn_list_ass_subscript(self, key, value, &collection_access, slots);
 }

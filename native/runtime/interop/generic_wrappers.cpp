@@ -14,10 +14,22 @@
 
 namespace {
 
-PyGnType* gn_type(PyObject* self) { return reinterpret_cast<PyGnType*>(Py_TYPE(self)); }
-const PyGnEntries& entries(PyObject* self) { return gn_type(self)->binding()->entries; }
-const PyGnElement& element(PyObject* self) { return gn_type(self)->element; }
-void* handle(PyObject* self) { return fn_clr_handle(self); }
+PyGnType* gn_type(PyObject* self)
+{
+    return reinterpret_cast<PyGnType*>(Py_TYPE(self));
+}
+const PyGnEntries& entries(PyObject* self)
+{
+    return gn_type(self)->binding()->entries;
+}
+const PyGnElement& element(PyObject* self)
+{
+    return gn_type(self)->element;
+}
+void* handle(PyObject* self)
+{
+    return fn_clr_handle(self);
+}
 
 // The host state of a typed binding (its failures are never inherited).
 PyHostState binding_state(const PyGnBinding* binding)
@@ -36,7 +48,10 @@ PyObject* gn_tp_new(PyTypeObject* type, PyObject*, PyObject*)
 // ---- element access, as the list protocol reaches it --------------------------
 
 // An element written by managed code as a new reference; null with an error set.
-PyObject* element_to_py(PyObject* self, const PyObjectOutArg& out) { return element(self).to_py(out); }
+PyObject* element_to_py(PyObject* self, const PyObjectOutArg& out)
+{
+    return element(self).to_py(out);
+}
 
 // Converts one value for the element entries; false with the converter's error.
 bool to_clr(PyObject* self, PyObject* value, PyGnStorage& storage)
@@ -53,7 +68,10 @@ Py_ssize_t length(PyObject* self)
     return count < 0 ? 0 : count;
 }
 
-Py_ssize_t access_length(PyObject* self, const void*) { return length(self); }
+Py_ssize_t access_length(PyObject* self, const void*)
+{
+    return length(self);
+}
 
 PyObject* get_item(PyObject* self, Py_ssize_t index, const void*)
 {
@@ -112,7 +130,7 @@ int assign_from_managed(PyObject* self, PyObject* source, Py_ssize_t start, Py_s
                         Py_ssize_t, const void*)
 {
     int32_t handled = entries(self).mp_set_items(handle(self), handle(source), fn_index_to_clr(start),
-                                                  fn_index_to_clr(slice_length), fn_index_to_clr(step));
+                                                 fn_index_to_clr(slice_length), fn_index_to_clr(step));
     if (PyErr_Occurred())
         return -1;
     return handled == 1;
@@ -136,16 +154,34 @@ int extend_from_managed(PyObject* self, PyObject* other, const void*)
 }
 
 const PyListAccess list_access = {
-    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, remove_at, remove_slice,
-    assign_from_managed, PyListSliceSource::SizedSequence,
-    add,                 nullptr,  extend_from_managed,
+    access_length,
+    get_item,
+    get_item_nocheck,
+    set_item,
+    set_item_nocheck,
+    remove_at,
+    remove_slice,
+    assign_from_managed,
+    PyListSliceSource::SizedSequence,
+    add,
+    nullptr,
+    extend_from_managed,
 };
 
 // A fixed-size array: no removal and no growth.
 const PyListAccess array_access = {
-    access_length,       get_item, get_item_nocheck, set_item, set_item_nocheck, nullptr, nullptr,
-    assign_from_managed, PyListSliceSource::SizedSequence,
-    nullptr,             nullptr,  nullptr,
+    access_length,
+    get_item,
+    get_item_nocheck,
+    set_item,
+    set_item_nocheck,
+    nullptr,
+    nullptr,
+    assign_from_managed,
+    PyListSliceSource::SizedSequence,
+    nullptr,
+    nullptr,
+    nullptr,
 };
 
 const PyListAccess* access_of(PyObject* self)
@@ -161,8 +197,14 @@ PyObject* length_get(PyObject* self, void*)
     return n < 0 ? nullptr : PyLong_FromSsize_t(n);
 }
 
-PyObject* sq_item(PyObject* self, Py_ssize_t index) { return get_item(self, index, nullptr); }
-PyObject* subscript(PyObject* self, PyObject* key) { return fn_list_subscript(self, key, access_of(self), nullptr); }
+PyObject* sq_item(PyObject* self, Py_ssize_t index)
+{
+    return get_item(self, index, nullptr);
+}
+PyObject* subscript(PyObject* self, PyObject* key)
+{
+    return fn_list_subscript(self, key, access_of(self), nullptr);
+}
 int sq_ass_item(PyObject* self, Py_ssize_t index, PyObject* value)
 {
     return fn_list_ass_item(self, index, value, access_of(self), nullptr);
@@ -171,9 +213,18 @@ int ass_subscript(PyObject* self, PyObject* key, PyObject* value)
 {
     return fn_list_ass_subscript(self, key, value, access_of(self), nullptr);
 }
-PyObject* concat(PyObject* self, PyObject* other) { return fn_list_concat(self, other, access_of(self), nullptr); }
-PyObject* repeat(PyObject* self, Py_ssize_t times) { return fn_list_repeat(self, times, access_of(self), nullptr); }
-PyObject* copy(PyObject* self, PyObject*) { return fn_list_repeat(self, 1, access_of(self), nullptr); }
+PyObject* concat(PyObject* self, PyObject* other)
+{
+    return fn_list_concat(self, other, access_of(self), nullptr);
+}
+PyObject* repeat(PyObject* self, Py_ssize_t times)
+{
+    return fn_list_repeat(self, times, access_of(self), nullptr);
+}
+PyObject* copy(PyObject* self, PyObject*)
+{
+    return fn_list_repeat(self, 1, access_of(self), nullptr);
+}
 
 // A value the element converter refuses cannot be an element, as for a Python list.
 int contains(PyObject* self, PyObject* value)

@@ -3,8 +3,7 @@
 #include "hosting/hosting.h"
 
 PyInteropHostBase::PyInteropHostBase(const char* managed_type)
-    : managed_type_(managed_type),
-      host_(&HostEnvironment::instance(nullptr, false, nullptr, nullptr, nullptr, nullptr))
+    : managed_type_(managed_type), host_(&HostEnvironment::instance(nullptr, false, nullptr, nullptr, nullptr, nullptr))
 {
     if (const char* assembly = ExchangeHost::get_instance()->get_assembly_name()) {
         assembly_ = assembly;
@@ -14,6 +13,5 @@ PyInteropHostBase::PyInteropHostBase(const char* managed_type)
 
 bool PyInteropHostBase::set_method_ptr(const HostEnvironment& host, const char* method, void** slot)
 {
-    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, managed_type_, method, slot,
-                               error_);
+    return fn_bind_host_method(host, has_assembly_ ? assembly_.c_str() : nullptr, managed_type_, method, slot, error_);
 }

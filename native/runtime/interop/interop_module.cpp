@@ -31,17 +31,22 @@ const std::vector<InteropType>& interop_types()
         {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, {}},
         {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, {}},
         {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}},
-        {"_IListWrapper", &wrpPye_tyds_FFFFFFFF_IListWrapper,
+        {"_IListWrapper",
+         &wrpPye_tyds_FFFFFFFF_IListWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
-        {"_RoColBaseWrapper", &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper,
+        {"_RoColBaseWrapper",
+         &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
-        {"_ColBaseWrapper", &wrpPye_tyds_FFFFFFFF_ColBaseWrapper,
+        {"_ColBaseWrapper",
+         &wrpPye_tyds_FFFFFFFF_ColBaseWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
-        {"_ArrayWrapper", &wrpPye_tyds_FFFFFFFF_ArrayWrapper,
+        {"_ArrayWrapper",
+         &wrpPye_tyds_FFFFFFFF_ArrayWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
-        {"_ArrListWrapper", &wrpPye_tyds_FFFFFFFF_ArrListWrapper,
+        {"_ArrListWrapper",
+         &wrpPye_tyds_FFFFFFFF_ArrListWrapper,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
         {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, {}},
@@ -58,8 +63,7 @@ bool set_interface_marks(const InteropType& entry)
     const std::vector<PyTypeObject*>& ifcs = entry.interfaces;
     if (ifcs.empty())
         return true;
-    return fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_AdditionalInterfaces, ifcs.data(),
-                                         ifcs.size()) &&
+    return fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_AdditionalInterfaces, ifcs.data(), ifcs.size()) &&
            fn_set_any_ifcs_markattr_from(entry.type, PyWrpIdMarkattr_ImplicitInterfaces, ifcs.data(), ifcs.size());
 }
 
@@ -83,8 +87,8 @@ PyObject* wrpPye_mlit_FFFFFFFF_interop_wrappers(const char* root_name)
     wrpPye_prepare_interop_types(root_name);
     PyInteropState& state = fn_interop_state();
     const std::string& interop_name = state.module_name = std::string(root_name) + "._wrpgen._interop";
-    state.module_def = {PyModuleDef_HEAD_INIT, interop_name.c_str(), nullptr, -1,     nullptr,
-                        nullptr,               nullptr,             nullptr, nullptr};
+    state.module_def = {
+        PyModuleDef_HEAD_INIT, interop_name.c_str(), nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr};
     PyObject* module = PyModule_Create2(&state.module_def, 1013);
     if (!module) {
         PyShlErr_ModuleImportError(interop_name.c_str(), 0);

@@ -26,8 +26,8 @@ PyHostState compute_host_state(PyInteropType type)
         return fn_interop_host_state({wrpPye_is_not_valid_ilist, wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter,
                                       wrpPye_is_not_valid_iterator});
     case PyInteropType::RoColBase:
-        return fn_interop_host_state({wrpPye_is_not_valid_rocolbase, wrpPye_is_not_valid_icol,
-                                      wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});
+        return fn_interop_host_state({wrpPye_is_not_valid_rocolbase, wrpPye_is_not_valid_icol, wrpPye_is_not_valid_iter,
+                                      wrpPye_is_not_valid_iterator});
     case PyInteropType::ColBase:
         return fn_interop_host_state({wrpPye_is_not_valid_colbase, wrpPye_is_not_valid_ilist, wrpPye_is_not_valid_icol,
                                       wrpPye_is_not_valid_iter, wrpPye_is_not_valid_iterator});

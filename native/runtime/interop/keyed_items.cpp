@@ -35,8 +35,9 @@ PyObject* call_accessor(PyObject* self, PyObject* name, PyObject* key, PyObject*
     PyObject* args = nullptr;
     PyObject* accessor = _PyType_Lookup(Py_TYPE(self), name);  // borrowed
     if (!accessor) {
-        PyErr_Format(PyExc_TypeError, value ? "'%.200s' object does not support item assignment"
-                                            : "'%.200s' object is not subscriptable",
+        PyErr_Format(PyExc_TypeError,
+                     value ? "'%.200s' object does not support item assignment"
+                           : "'%.200s' object is not subscriptable",
                      Py_TYPE(self)->tp_name);
         goto done;
     }

@@ -84,8 +84,8 @@ int assign_slice(PyObject* self, Py_ssize_t length, Py_ssize_t start, Py_ssize_t
     return store_elements(self, value, false, start, step, slice_length, access, context);
 }
 
-int delete_slice(PyObject* self, Py_ssize_t start, Py_ssize_t step, Py_ssize_t slice_length,
-                 const PyListAccess* access, const void* context)
+int delete_slice(PyObject* self, Py_ssize_t start, Py_ssize_t step, Py_ssize_t slice_length, const PyListAccess* access,
+                 const void* context)
 {
     if (!access->remove_slice)
         return fn_list_removal_refused();
@@ -175,8 +175,7 @@ error:
     return nullptr;
 }
 
-int fn_list_ass_item(PyObject* self, Py_ssize_t index, PyObject* value, const PyListAccess* access,
-                     const void* context)
+int fn_list_ass_item(PyObject* self, Py_ssize_t index, PyObject* value, const PyListAccess* access, const void* context)
 {
     if (value)
         return access->set_item(self, index, value, context);
@@ -315,8 +314,8 @@ PyObject* fn_list_remove_result(bool removed)
     Py_RETURN_NONE;
 }
 
-int fn_list_index_args(PyObject* args, PyObject** value, int32_t* has_start, Py_ssize_t* start,
-                       int32_t* has_stop, Py_ssize_t* stop)
+int fn_list_index_args(PyObject* args, PyObject** value, int32_t* has_start, Py_ssize_t* start, int32_t* has_stop,
+                       Py_ssize_t* stop)
 {
     *start = 0;
     *stop = 0;

@@ -114,8 +114,8 @@ PyObject* fn_list_pop_result(int32_t status, PyObject* item);
 PyObject* fn_list_remove_result(bool removed);
 
 // Arguments of index(v[, start[, stop]]). 1, or 0 with an error set.
-int fn_list_index_args(PyObject* args, PyObject** value, int32_t* has_start, Py_ssize_t* start,
-                       int32_t* has_stop, Py_ssize_t* stop);
+int fn_list_index_args(PyObject* args, PyObject** value, int32_t* has_start, Py_ssize_t* start, int32_t* has_stop,
+                       Py_ssize_t* stop);
 // The result of a managed IndexBy: the position, or ValueError "value is not in list".
 PyObject* fn_list_index_result(int32_t position);
 

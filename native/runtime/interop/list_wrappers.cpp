@@ -106,8 +106,7 @@ struct ListOps {
         return fn_list_check_status(status, "item removal");
     }
 
-    static int remove_slice(PyObject* self, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step,
-                            const void*)
+    static int remove_slice(PyObject* self, Py_ssize_t start, Py_ssize_t slice_length, Py_ssize_t step, const void*)
     {
         host()->mp_remove_items(handle(self), fn_index_to_clr(start), fn_index_to_clr(slice_length),
                                 fn_index_to_clr(step));
@@ -278,8 +277,8 @@ struct ListOps {
         VariantArg arg{};
         if (!fn_conv_py_variant_to_clr_variant(value, &arg))
             return nullptr;
-        int32_t position = host()->index_by(handle(self), has_start, fn_index_to_clr(start), has_stop,
-                                            fn_index_to_clr(stop), &arg);
+        int32_t position =
+            host()->index_by(handle(self), has_start, fn_index_to_clr(start), has_stop, fn_index_to_clr(stop), &arg);
         if (PyErr_Occurred())
             return nullptr;
         return fn_list_index_result(position);
@@ -345,7 +344,10 @@ struct ListOps {
     };
 };
 
-#define WRP_METHOD(name, fn, flags) {name, (PyCFunction)(void (*)(void))(fn), flags, nullptr}
+#define WRP_METHOD(name, fn, flags)                                                                                    \
+    {                                                                                                                  \
+        name, (PyCFunction)(void (*)(void))(fn), flags, nullptr                                                        \
+    }
 
 using IListOps = ListOps<PyHost_ph_IList>;
 using ArrListOps = ListOps<PyHost_ph_ArrList>;
@@ -397,7 +399,7 @@ PyTypeObject wrpPye_tyds_FFFFFFFF_IListWrapper = make_list_type<IListOps>(
     "_wrpgen._interop._IListWrapper", fn_interop_tp_new<PyInteropType::IList>, resizable_methods<IListOps>);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ColBaseWrapper = make_list_type<IListOps>(
     "_wrpgen._interop._ColBaseWrapper", fn_interop_tp_new<PyInteropType::ColBase>, resizable_methods<IListOps>);
-PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper = make_list_type<ArrayOps>(
-    "_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
+PyTypeObject wrpPye_tyds_FFFFFFFF_ArrayWrapper =
+    make_list_type<ArrayOps>("_wrpgen._interop._ArrayWrapper", fn_interop_tp_new<PyInteropType::Array>, array_methods);
 PyTypeObject wrpPye_tyds_FFFFFFFF_ArrListWrapper = make_list_type<ArrListOps>(
     "_wrpgen._interop._ArrListWrapper", fn_interop_tp_new<PyInteropType::ArrList>, resizable_methods<ArrListOps>);

@@ -22,8 +22,7 @@ namespace {
 // caller has since unpinned, moved or freed. Views over caller memory
 // (`owned` null) are for callers that keep that memory alive themselves.
 struct ShlBufferView {
-    PyObject_HEAD
-    void* data;
+    PyObject_HEAD void* data;
     Py_ssize_t length;
     int32_t readonly;
     void* owned;
@@ -137,8 +136,7 @@ int32_t write_copy(PyObject* file, const void* data, int32_t count)
     ShlBufferView* view = new_owning_view(data, count, 1);
     if (!view)
         return -1;
-    PyObject* result =
-        PyObject_CallMethodObjArgs(file, PyWrpIdRawIo_Write, reinterpret_cast<PyObject*>(view), nullptr);
+    PyObject* result = PyObject_CallMethodObjArgs(file, PyWrpIdRawIo_Write, reinterpret_cast<PyObject*>(view), nullptr);
     Py_DECREF(view);
     return count_result(result, count, "write");
 }

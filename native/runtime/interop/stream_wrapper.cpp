@@ -17,9 +17,18 @@ namespace {
 
 constexpr Py_ssize_t kMaxTransfer = 0x7FFFFFFF;
 
-const PyHost_ph_Stream* host() { return PyHost_ph_Stream::get_instance(); }
-void* handle(PyObject* self) { return fn_clr_handle(self); }
-int32_t& closed_flag(PyObject* self) { return reinterpret_cast<PyClrStreamObject*>(self)->closed; }
+const PyHost_ph_Stream* host()
+{
+    return PyHost_ph_Stream::get_instance();
+}
+void* handle(PyObject* self)
+{
+    return fn_clr_handle(self);
+}
+int32_t& closed_flag(PyObject* self)
+{
+    return reinterpret_cast<PyClrStreamObject*>(self)->closed;
+}
 
 bool is_closed(PyObject* self)
 {

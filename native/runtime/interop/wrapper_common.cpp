@@ -51,8 +51,7 @@ PyOperandKind fn_classify_operand(PyObject* operand)
 int fn_append_operand_items(PyObject* list, PyObject* operand)
 {
     return fn_for_each_operand_item(
-        operand, [list](PyObject* item) { return PyList_Append(list, item); },
-        [](Py_ssize_t) { return 0; });
+        operand, [list](PyObject* item) { return PyList_Append(list, item); }, [](Py_ssize_t) { return 0; });
 }
 
 bool fn_is_managed_wrapper(PyObject* obj)

@@ -115,7 +115,10 @@ int fn_for_each_operand_item(PyObject* operand, Fn&& fn, Before&& before)
 int fn_append_operand_items(PyObject* list, PyObject* operand);
 
 // A Python index as the low 32 bits managed code receives.
-static inline int32_t fn_index_to_clr(Py_ssize_t index) { return (int32_t)index; }
+static inline int32_t fn_index_to_clr(Py_ssize_t index)
+{
+    return (int32_t)index;
+}
 
 // Whether obj is a wrapper of this module or carries the host mark.
 bool fn_is_managed_wrapper(PyObject* obj);

@@ -133,10 +133,14 @@ MarshalState g_marshal_state = {
 
     // m_all_py_wrapper_callbacks
     {
-        g_marshal_state.m_py_read_callbacks,  g_marshal_state.m_py_write_callbacks,
-        g_marshal_state.m_py_buffer_callbacks, g_marshal_state.m_py_obj_api_callbacks,
-        g_marshal_state.m_py_iter_callbacks,  g_marshal_state.m_py_ucol_callbacks,
-        g_marshal_state.m_py_olist_callbacks, g_marshal_state.m_py_oseq_callbacks,
+        g_marshal_state.m_py_read_callbacks,
+        g_marshal_state.m_py_write_callbacks,
+        g_marshal_state.m_py_buffer_callbacks,
+        g_marshal_state.m_py_obj_api_callbacks,
+        g_marshal_state.m_py_iter_callbacks,
+        g_marshal_state.m_py_ucol_callbacks,
+        g_marshal_state.m_py_olist_callbacks,
+        g_marshal_state.m_py_oseq_callbacks,
         g_marshal_state.m_py_rawio_callbacks,
     },
 };

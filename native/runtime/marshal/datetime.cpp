@@ -7,10 +7,8 @@
 #include "module/identifiers.h"
 #include "module/import_errors.h"
 
-const int32_t DateTimeArgBuilder::m_days_to_month365[13] = {0,   31,  59,  90,  120, 151, 181,
-                                                            212, 243, 273, 304, 334, 365};
-const int32_t DateTimeArgBuilder::m_days_to_month366[13] = {0,   31,  60,  91,  121, 152, 182,
-                                                            213, 244, 274, 305, 335, 366};
+const int32_t DateTimeArgBuilder::m_days_to_month365[13] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
+const int32_t DateTimeArgBuilder::m_days_to_month366[13] = {0, 31, 60, 91, 121, 152, 182, 213, 244, 274, 305, 335, 366};
 
 namespace {
 

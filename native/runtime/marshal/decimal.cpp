@@ -14,8 +14,8 @@ namespace {
 
 const char kTooLarge[] = "value too large for .Net decimal";
 constexpr int64_t kMaxScale = 28;
-constexpr int32_t kMaxDigits = 29;    // 2^96 - 1 has 29 decimal digits
-constexpr int32_t kGroupDigits = 9;   // a group of 9 digits fits 32 bits
+constexpr int32_t kMaxDigits = 29;   // 2^96 - 1 has 29 decimal digits
+constexpr int32_t kGroupDigits = 9;  // a group of 9 digits fits 32 bits
 constexpr uint32_t kNoLimit = 0xFFFFFFFFu;
 
 // (2^96 - 1) div 100, by word; (2^96 - 1) mod 100 is 35.

@@ -54,8 +54,8 @@ int accumulate(PyObject* sign_obj, PyObject* digits_obj, long exponent, T* out)
     using limits = std::numeric_limits<T>;
     constexpr T max_div = limits::max() / 10;
     constexpr int max_mod = (int)(limits::max() % 10);
-    constexpr T min_div = limits::min() / 10;               // rounded toward zero
-    constexpr int min_mod = (int)(limits::min() % 10);      // zero or negative
+    constexpr T min_div = limits::min() / 10;           // rounded toward zero
+    constexpr int min_mod = (int)(limits::min() % 10);  // zero or negative
 
     long sign = PyLong_AsLong(sign_obj);
     if (sign == -1 && PyErr_Occurred())

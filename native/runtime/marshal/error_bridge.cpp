@@ -72,8 +72,8 @@ PyObject* format_with_traceback_module(PyObject* type, PyObject* value, PyObject
             PyErr_Format(PyExc_ImportError, "cannot import '%s' module", "traceback");
         return nullptr;
     }
-    PyObject* formatter = PyObject_GetAttr(
-        module, tb ? PyWrpIdTraceBack_FormatException : PyWrpIdTraceBack_FormatExceptionOnly);
+    PyObject* formatter =
+        PyObject_GetAttr(module, tb ? PyWrpIdTraceBack_FormatException : PyWrpIdTraceBack_FormatExceptionOnly);
     Py_DECREF(module);
     if (!formatter)
         return nullptr;

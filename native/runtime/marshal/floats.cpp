@@ -3,9 +3,18 @@
 
 namespace {
 
-template <typename T> constexpr const char* float_name();
-template <> constexpr const char* float_name<float>() { return "Single"; }
-template <> constexpr const char* float_name<double>() { return "Double"; }
+template <typename T>
+constexpr const char* float_name();
+template <>
+constexpr const char* float_name<float>()
+{
+    return "Single";
+}
+template <>
+constexpr const char* float_name<double>()
+{
+    return "Double";
+}
 
 }  // namespace
 

@@ -21,13 +21,11 @@ int long_to_int(PyObject* obj, T* out)
             return 0;
         if constexpr (sizeof(T) < 4) {
             if (value < (long long)limits::min()) {
-                PyErr_Format(PyExc_OverflowError, "%s too small to convert to '%s'", "value",
-                             ClrIntTraits<T>::name);
+                PyErr_Format(PyExc_OverflowError, "%s too small to convert to '%s'", "value", ClrIntTraits<T>::name);
                 return 0;
             }
             if (value > (long long)limits::max()) {
-                PyErr_Format(PyExc_OverflowError, "%s too big to convert to '%s'", "value",
-                             ClrIntTraits<T>::name);
+                PyErr_Format(PyExc_OverflowError, "%s too big to convert to '%s'", "value", ClrIntTraits<T>::name);
                 return 0;
             }
         }
@@ -39,8 +37,7 @@ int long_to_int(PyObject* obj, T* out)
             return 0;
         if constexpr (sizeof(T) < 4) {
             if (value > (unsigned long long)limits::max()) {
-                PyErr_Format(PyExc_OverflowError, "%s too big to convert to '%s'", "value",
-                             ClrIntTraits<T>::name);
+                PyErr_Format(PyExc_OverflowError, "%s too big to convert to '%s'", "value", ClrIntTraits<T>::name);
                 return 0;
             }
         }
@@ -102,14 +99,38 @@ int conv_integer(PyObject* obj, T* out)
 
 }  // namespace
 
-int fn_conv_py_long_to_clr_int8(PyObject* obj, int8_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_ulong_to_clr_uint8(PyObject* obj, uint8_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_long_to_clr_int16(PyObject* obj, int16_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_ulong_to_clr_uint16(PyObject* obj, uint16_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_long_to_clr_int32(PyObject* obj, int32_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_ulong_to_clr_uint32(PyObject* obj, uint32_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_long_to_clr_int64(PyObject* obj, int64_t* out) { return conv_integer(obj, out); }
-int fn_conv_py_ulong_to_clr_uint64(PyObject* obj, uint64_t* out) { return conv_integer(obj, out); }
+int fn_conv_py_long_to_clr_int8(PyObject* obj, int8_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_ulong_to_clr_uint8(PyObject* obj, uint8_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_long_to_clr_int16(PyObject* obj, int16_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_ulong_to_clr_uint16(PyObject* obj, uint16_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_long_to_clr_int32(PyObject* obj, int32_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_ulong_to_clr_uint32(PyObject* obj, uint32_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_long_to_clr_int64(PyObject* obj, int64_t* out)
+{
+    return conv_integer(obj, out);
+}
+int fn_conv_py_ulong_to_clr_uint64(PyObject* obj, uint64_t* out)
+{
+    return conv_integer(obj, out);
+}
 
 int fn_read_py_vers_long(PyObject* obj, int64_t* out)
 {
@@ -129,7 +150,19 @@ int fn_read_py_vers_long(PyObject* obj, int64_t* out)
     return value >= INT32_MIN && value <= INT32_MAX ? 1 : 2;
 }
 
-PyObject* fn_write_py_long(int32_t value) { return PyLong_FromLong(value); }
-PyObject* fn_write_py_ulong(uint32_t value) { return PyLong_FromUnsignedLong(value); }
-PyObject* fn_write_py_longlong(int64_t value) { return PyLong_FromLongLong(value); }
-PyObject* fn_write_py_ulonglong(uint64_t value) { return PyLong_FromUnsignedLongLong(value); }
+PyObject* fn_write_py_long(int32_t value)
+{
+    return PyLong_FromLong(value);
+}
+PyObject* fn_write_py_ulong(uint32_t value)
+{
+    return PyLong_FromUnsignedLong(value);
+}
+PyObject* fn_write_py_longlong(int64_t value)
+{
+    return PyLong_FromLongLong(value);
+}
+PyObject* fn_write_py_ulonglong(uint64_t value)
+{
+    return PyLong_FromUnsignedLongLong(value);
+}

@@ -21,7 +21,8 @@ int fn_conv_py_ulong_to_clr_uint64(PyObject* obj, uint64_t* out);
 
 // A decimal.DecimalTuple to an integer of the target width, truncating toward
 // zero; OverflowError outside the target's range.
-template <typename T> int fn_conv_py_decimal_tuple_to_clr_int(PyObject* tuple, T* out);
+template <typename T>
+int fn_conv_py_decimal_tuple_to_clr_int(PyObject* tuple, T* out);
 extern template int fn_conv_py_decimal_tuple_to_clr_int<int8_t>(PyObject*, int8_t*);
 extern template int fn_conv_py_decimal_tuple_to_clr_int<uint8_t>(PyObject*, uint8_t*);
 extern template int fn_conv_py_decimal_tuple_to_clr_int<int16_t>(PyObject*, int16_t*);
@@ -37,7 +38,8 @@ extern template int fn_conv_py_decimal_tuple_to_clr_int<uint64_t>(PyObject*, uin
 int fn_read_py_vers_long(PyObject* obj, int64_t* out);
 
 // float/double: float or subclass, int (not bool).
-template <typename T> int fn_conv_py_float_to_clr_float(PyObject* obj, T* out);
+template <typename T>
+int fn_conv_py_float_to_clr_float(PyObject* obj, T* out);
 extern template int fn_conv_py_float_to_clr_float<float>(PyObject*, float*);
 extern template int fn_conv_py_float_to_clr_float<double>(PyObject*, double*);
 int fn_read_py_double(PyObject* obj, double* out);
@@ -64,6 +66,18 @@ int fn_check_args_count_out_of_range(Py_ssize_t given, const char* name, Py_ssiz
 // every instantiation in use answers false.
 struct IndexSubjTrait {};
 struct CountSubjTrait {};
-template <typename Subject, typename T> constexpr bool is_clong_value_out_of_clr_range(T) { return false; }
-template <typename Subject, typename T> constexpr bool is_uclong_value_out_of_clr_range(T) { return false; }
-template <typename Subject, typename T> constexpr bool is_uclong_value_negative(T) { return false; }
+template <typename Subject, typename T>
+constexpr bool is_clong_value_out_of_clr_range(T)
+{
+    return false;
+}
+template <typename Subject, typename T>
+constexpr bool is_uclong_value_out_of_clr_range(T)
+{
+    return false;
+}
+template <typename Subject, typename T>
+constexpr bool is_uclong_value_negative(T)
+{
+    return false;
+}

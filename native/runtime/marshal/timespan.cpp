@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr int64_t kMaxTotalSeconds = 922337203685;  // int64 max ticks, whole seconds
+constexpr int64_t kMaxTotalSeconds = 922337203685;    // int64 max ticks, whole seconds
 constexpr int32_t kMaxBoundaryMicroseconds = 477580;  // and the microseconds left over at that second
 constexpr int64_t kMicrosecondsPerDay = 86400000000;
 

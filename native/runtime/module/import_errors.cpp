@@ -53,8 +53,7 @@ void PyShlErr_TypeImportError(const char* type, int code)
 
 void PyShlErr_TypeReadyError(const char* type, const char* module)
 {
-    raise_import_error("One or more errors occurred while checking ready the type '%s' in module '%s'", type,
-                       module);
+    raise_import_error("One or more errors occurred while checking ready the type '%s' in module '%s'", type, module);
 }
 
 // Static fields never fail the import: at most three warnings are printed per

@@ -27,8 +27,7 @@ bool initialize_clr_host(std::string runtime_version, const char* assembly_name,
     // A host that cannot start ends the process: there is no runtime to fall
     // back to and no second attempt in the same process. Say why on stderr.
     try {
-        HostEnvironment::instance(runtime_version.c_str(), flag, company.c_str(), product.c_str(), nullptr,
-                                  nullptr);
+        HostEnvironment::instance(runtime_version.c_str(), flag, company.c_str(), product.c_str(), nullptr, nullptr);
     } catch (const std::exception& e) {
         trace::error("The CLR host could not start: %s", e.what());
         std::abort();

@@ -7,19 +7,19 @@
 #include <string>
 
 struct WrpGeneratedModule {
-    const char* module_name;     // "orvane.folaro"
-    const char* proxy_assembly;  // "WrpInterop.Orvane.Folaro"
-    const char* company;         // "orvane"
-    const char* product;         // "folaro"
-    PyObject* (*build_root)();                 // the generated root module builder
-    int (*import_capsules)();                  // sibling capsules; null when none
-    void (*init_static_fields)(int* warn_count); // null when no class has static members
-    int (*export_capsules)(PyObject* root);    // this module's own capsules; null when none
+    const char* module_name;                      // "orvane.folaro"
+    const char* proxy_assembly;                   // "WrpInterop.Orvane.Folaro"
+    const char* company;                          // "orvane"
+    const char* product;                          // "folaro"
+    PyObject* (*build_root)();                    // the generated root module builder
+    int (*import_capsules)();                     // sibling capsules; null when none
+    void (*init_static_fields)(int* warn_count);  // null when no class has static members
+    int (*export_capsules)(PyObject* root);       // this module's own capsules; null when none
 };
 
 // Starts the host and binds the exchange proxy; TypeError and false on failure.
-bool initialize_clr_host(std::string runtime_version, const char* assembly_name, bool flag,
-                         std::string company, std::string product);
+bool initialize_clr_host(std::string runtime_version, const char* assembly_name, bool flag, std::string company,
+                         std::string product);
 
 // The whole import: identifiers, host, module tree, _wrpgen, capsules, static fields.
 PyObject* fn_module_entry(const WrpGeneratedModule& module);

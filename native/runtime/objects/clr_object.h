@@ -6,8 +6,7 @@
 // Python object header plus the handle of the managed instance it owns
 // (null while not bound). No dict, no weak-reference list.
 struct PyClrObject {
-    PyObject_HEAD
-    void* clr_handle;
+    PyObject_HEAD void* clr_handle;
 };
 
 // Releases the handle through the exchange host, then frees the object.
@@ -28,4 +27,7 @@ int wrapClrObject_tp_init_fault(PyObject* self, PyObject* args, PyObject* kwargs
 bool fn_is_this_module_clr_object(PyObject* obj);
 
 // Handle of a wrapper, without checks.
-static inline void* fn_clr_handle(PyObject* obj) { return ((PyClrObject*)obj)->clr_handle; }
+static inline void* fn_clr_handle(PyObject* obj)
+{
+    return ((PyClrObject*)obj)->clr_handle;
+}

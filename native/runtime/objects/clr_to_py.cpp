@@ -93,7 +93,7 @@ PyTypeObject* get_py_type_weak_object_by_arg(void* handle, intptr_t type_key)
         return type;
     type = find_type_by_runtime_name(handle);
     if (PyErr_Occurred())
-        return nullptr;  // not remembered: the next call asks again
+        return nullptr;                   // not remembered: the next call asks again
     map->add_weak((long)type_key, type);  // a miss is remembered as null
     return type;
 }

@@ -38,8 +38,8 @@ int finish(PyObject* obj, void** out, bool matched, bool (*is_assignable)(void*)
 
 }  // namespace
 
-int fn_conv_py_clsobj_to_clr_handle(PyObject* obj, void** out, PyTypeObject* cls,
-                                    bool (*is_assignable)(void* handle), const char* short_name)
+int fn_conv_py_clsobj_to_clr_handle(PyObject* obj, void** out, PyTypeObject* cls, bool (*is_assignable)(void* handle),
+                                    const char* short_name)
 {
     if (obj == Py_None) {
         *out = nullptr;
@@ -49,14 +49,14 @@ int fn_conv_py_clsobj_to_clr_handle(PyObject* obj, void** out, PyTypeObject* cls
     return finish(obj, out, matched, is_assignable, short_name);
 }
 
-int fn_conv_py_ifcobj_to_clr_handle(PyObject* obj, void** out, PyTypeObject* ifc,
-                                    bool (*is_assignable)(void* handle), const char* short_name)
+int fn_conv_py_ifcobj_to_clr_handle(PyObject* obj, void** out, PyTypeObject* ifc, bool (*is_assignable)(void* handle),
+                                    const char* short_name)
 {
     if (obj == Py_None) {
         *out = nullptr;
         return 1;
     }
-    bool matched = fn_is_this_module_clr_object(obj) &&
-                   (Py_TYPE(obj) == ifc || fn_contains_additional_ifc_markattr(obj, ifc));
+    bool matched =
+        fn_is_this_module_clr_object(obj) && (Py_TYPE(obj) == ifc || fn_contains_additional_ifc_markattr(obj, ifc));
     return finish(obj, out, matched, is_assignable, short_name);
 }

@@ -22,22 +22,27 @@ namespace {
 constexpr char kAssembly[] = "HostFixture";
 constexpr char kEntryType[] = "HostFixture.Entry";
 
-#define CHECK(cond)                                                               \
-    do {                                                                          \
-        if (!(cond)) {                                                            \
-            std::fprintf(stderr, "check failed at line %d: %s\n", __LINE__, #cond); \
-            std::exit(1);                                                         \
-        }                                                                         \
+#define CHECK(cond)                                                                                                    \
+    do {                                                                                                               \
+        if (!(cond)) {                                                                                                 \
+            std::fprintf(stderr, "check failed at line %d: %s\n", __LINE__, #cond);                                    \
+            std::exit(1);                                                                                              \
+        }                                                                                                              \
     } while (0)
 
-const char* dir_arg(const char* arg) { return std::strcmp(arg, "-") == 0 ? nullptr : arg; }
+const char* dir_arg(const char* arg)
+{
+    return std::strcmp(arg, "-") == 0 ? nullptr : arg;
+}
 
-HostEnvironment& start(const char* netcore_dir, const char* assembly_dir, bool debug) {
+HostEnvironment& start(const char* netcore_dir, const char* assembly_dir, bool debug)
+{
     return HostEnvironment::instance("10.0", debug, "orvane", "folaro", netcore_dir, assembly_dir);
 }
 
 template <typename Fn>
-Fn bind_entry(const HostEnvironment& host, const char* method) {
+Fn bind_entry(const HostEnvironment& host, const char* method)
+{
     void* entry = nullptr;
     std::string error;
     if (!fn_bind_host_method(host, kAssembly, kEntryType, method, &entry, error)) {
@@ -47,7 +52,8 @@ Fn bind_entry(const HostEnvironment& host, const char* method) {
     return reinterpret_cast<Fn>(entry);
 }
 
-std::string narrow(const std::u16string& text) {
+std::string narrow(const std::u16string& text)
+{
     std::string out;
     for (char16_t c : text)
         out += c < 0x80 ? static_cast<char>(c) : '?';
@@ -57,7 +63,8 @@ std::string narrow(const std::u16string& text) {
 void fake_exception_callback() {}
 
 // Binds and calls fixture entries through both hand-written hosts.
-int run_call(HostEnvironment& host) {
+int run_call(HostEnvironment& host)
+{
     CHECK(host.is_ready());
     auto add = bind_entry<int32_t (*)(int32_t, int32_t)>(host, "Add");
     std::printf("add=%d\n", add(2, 40));
@@ -109,7 +116,8 @@ int run_call(HostEnvironment& host) {
     // The runtime allows one AppDomain per process: the wrapper refuses a second.
     auto wrap_initialize = reinterpret_cast<int (*)(const char*, const char*, int, const char**, const char**)>(
         dlsym(RTLD_DEFAULT, "coreclr_wrap_initialize"));
-    auto wrap_is_domain_initialized = reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "coreclr_wrap_is_domain_initialized"));
+    auto wrap_is_domain_initialized =
+        reinterpret_cast<int (*)()>(dlsym(RTLD_DEFAULT, "coreclr_wrap_is_domain_initialized"));
     CHECK(wrap_initialize && wrap_is_domain_initialized);
     std::printf("second_init=%d\n", wrap_initialize("/proc/self/exe", "Again", 0, nullptr, nullptr) != 0);
     std::printf("domain=%d\n", wrap_is_domain_initialized());
@@ -117,7 +125,8 @@ int run_call(HostEnvironment& host) {
 }
 
 // Reports binding failures: a missing entry, then a missing assembly.
-int run_missing_method(HostEnvironment& host) {
+int run_missing_method(HostEnvironment& host)
+{
     CHECK(host.is_ready());
     void* entry = nullptr;
     std::string error;
@@ -138,7 +147,8 @@ int run_missing_method(HostEnvironment& host) {
 }
 
 // Prints where the host looked, then calls one entry.
-int run_start(HostEnvironment& host) {
+int run_start(HostEnvironment& host)
+{
     std::printf("ready=%d\n", host.is_ready());
     std::printf("netcore_dir=%s\n", host.netcore_dir().c_str());
     std::printf("assembly_dirs=%s\n", host.product_assembly_dirs().c_str());
@@ -151,7 +161,8 @@ int run_start(HostEnvironment& host) {
 
 // Plays another extension module of the family that loaded the wrapper first
 // (and, with `make_domain`, created the AppDomain) before this host starts.
-void preload_wrapper(const char* netcore_dir, const char* assembly_dir, bool make_domain) {
+void preload_wrapper(const char* netcore_dir, const char* assembly_dir, bool make_domain)
+{
     std::string path = std::string(netcore_dir) + "/liborvane.embed.coreclrwrap.so";
     void* wrapper = dlopen(path.c_str(), RTLD_NOW | RTLD_GLOBAL);
     CHECK(wrapper);
@@ -169,7 +180,8 @@ void preload_wrapper(const char* netcore_dir, const char* assembly_dir, bool mak
 }
 
 // Binds both hand-written hosts and reports how that went.
-int run_preloaded(HostEnvironment& host) {
+int run_preloaded(HostEnvironment& host)
+{
     std::printf("ready=%d\n", host.is_ready());
     ExchangeHost* exchange = ExchangeHost::get_instance();
     bool bound = exchange->initialize(kAssembly);
@@ -185,7 +197,8 @@ int run_preloaded(HostEnvironment& host) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv)
+{
     // Keep driver output and trace lines in the order they were written.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     if (argc != 4) {

@@ -38,7 +38,8 @@ using Env = std::vector<std::pair<std::string, std::string>>;
 
 // Runs the driver with a clean hosting environment plus `env`.
 DriverRun run_driver(const std::string& scenario, const std::string& netcore_dir, const std::string& assembly_dir,
-                     const Env& env = {}) {
+                     const Env& env = {})
+{
     TempDir io;
     const std::string out_path = io.sub("out");
     const std::string err_path = io.sub("err");
@@ -46,8 +47,8 @@ DriverRun run_driver(const std::string& scenario, const std::string& netcore_dir
     if (pid == 0) {
         if (!freopen(out_path.c_str(), "w", stdout) || !freopen(err_path.c_str(), "w", stderr))
             _exit(127);
-        for (const char* name : {"COREHOST_TRACE", "NETCORE_WRAPPER_NETCORE_DIR_orvane",
-                                 "NETCORE_WRAPPER_ASSEMBLY_DIR_orvane"})
+        for (const char* name :
+             {"COREHOST_TRACE", "NETCORE_WRAPPER_NETCORE_DIR_orvane", "NETCORE_WRAPPER_ASSEMBLY_DIR_orvane"})
             unsetenv(name);
         for (const auto& [name, value] : env)
             setenv(name.c_str(), value.c_str(), 1);
@@ -69,17 +70,22 @@ DriverRun run_driver(const std::string& scenario, const std::string& netcore_dir
     return run;
 }
 
-bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+bool contains(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
 
 // A value printed by the driver as "<key>=<value>\n".
-std::string field(const std::string& out, const std::string& key) {
+std::string field(const std::string& out, const std::string& key)
+{
     std::smatch match;
     if (std::regex_search(out, match, std::regex("(^|\n)" + key + "=([^\r\n]*)")))
         return match[2];
     return "<missing " + key + ">";
 }
 
-std::vector<std::string> split_colon(const std::string& text) {
+std::vector<std::string> split_colon(const std::string& text)
+{
     std::vector<std::string> parts;
     std::stringstream in(text);
     for (std::string part; std::getline(in, part, ':');)
@@ -87,62 +93,81 @@ std::vector<std::string> split_colon(const std::string& text) {
     return parts;
 }
 
-#define EXPECT_CLEAN_EXIT(run)                                  \
-    do {                                                        \
-        EXPECT_TRUE((run).exited) << "signal " << (run).signal; \
-        EXPECT_EQ((run).exit_code, 0);                          \
-        EXPECT_EQ((run).err, "");                               \
+#define EXPECT_CLEAN_EXIT(run)                                                                                         \
+    do {                                                                                                               \
+        EXPECT_TRUE((run).exited) << "signal " << (run).signal;                                                        \
+        EXPECT_EQ((run).exit_code, 0);                                                                                 \
+        EXPECT_EQ((run).err, "");                                                                                      \
     } while (0)
 
-TEST(Hosting, CallsManagedCodeThroughBothHostsAndExitsCleanly) {
+TEST(Hosting, CallsManagedCodeThroughBothHostsAndExitsCleanly)
+{
     DriverRun run = run_driver("call", kRuntimeDir, kFixtureDir, {{"COREHOST_TRACE", "0"}});
     EXPECT_CLEAN_EXIT(run);
     // Tracing is off: the driver's own lines and nothing else.
-    EXPECT_EQ(run.out,
-              "add=42\n"
-              "tiered_pgo=0\n"
-              "type=HostFixture.Sample\n"
-              "null_type=[]\n"
-              "hash=8\n"
-              "equals_same=1 equals_other=0\n"
-              "text=Sample(7)\n"
-              "disposed=1\n"
-              "pending_tags=7\n"
-              "live=0\n"
-              "second_init=1\n"
-              "domain=1\n");
+    EXPECT_EQ(run.out, "add=42\n"
+                       "tiered_pgo=0\n"
+                       "type=HostFixture.Sample\n"
+                       "null_type=[]\n"
+                       "hash=8\n"
+                       "equals_same=1 equals_other=0\n"
+                       "text=Sample(7)\n"
+                       "disposed=1\n"
+                       "pending_tags=7\n"
+                       "live=0\n"
+                       "second_init=1\n"
+                       "domain=1\n");
 }
 
-TEST(Hosting, TracesStartAndExitTimeShutdown) {
+TEST(Hosting, TracesStartAndExitTimeShutdown)
+{
     DriverRun run = run_driver("start", kRuntimeDir, kFixtureDir, {{"COREHOST_TRACE", "2"}});
     EXPECT_CLEAN_EXIT(run);
     const std::string& rt = kRuntimeDir;
     const std::string& fx = kFixtureDir;
-    EXPECT_EQ(run.out,
-              "CLR host tracing enabled\r\n"
-              "Initializing .NET Core host...\r\n"
-              "NETCORE_DIR: '" + rt + "'\r\n"
-              "PRODUCT_ASSEMBLY_DIR: '" + fx + "'\r\n"
-              "Loading: '" + rt + "/" + kWrapName + "'\r\n"
-              "Try get module...\r\n"
-              "No existed module...\r\n"
-              "wrap dll loaded\r\n"
-              "Loading2: '" + rt + "/libcoreclr.so'\r\n"
-              ".NET Core host ready.\r\n"
-              "Creating default AppDomain...\r\n"
-              "APP_PATH: '" + fx + "'\r\n"
-              "APP_NI_PATHS: '" + fx + "'\r\n"
-              "NATIVE_DLL_SEARCH_DIRECTORIES: '" + fx + "'\r\n"
-              "Default AppDomain ready.\r\n"
-              "ready=1\n"
-              "netcore_dir=" + rt + "\n"
-              "assembly_dirs=" + fx + "\n"
-              "add=3\n"
-              "Shutdowning .NET Core host...\r\n"
-              ".NET Core host is down: 0\r\n");
+    EXPECT_EQ(run.out, "CLR host tracing enabled\r\n"
+                       "Initializing .NET Core host...\r\n"
+                       "NETCORE_DIR: '" +
+                           rt +
+                           "'\r\n"
+                           "PRODUCT_ASSEMBLY_DIR: '" +
+                           fx +
+                           "'\r\n"
+                           "Loading: '" +
+                           rt + "/" + kWrapName +
+                           "'\r\n"
+                           "Try get module...\r\n"
+                           "No existed module...\r\n"
+                           "wrap dll loaded\r\n"
+                           "Loading2: '" +
+                           rt +
+                           "/libcoreclr.so'\r\n"
+                           ".NET Core host ready.\r\n"
+                           "Creating default AppDomain...\r\n"
+                           "APP_PATH: '" +
+                           fx +
+                           "'\r\n"
+                           "APP_NI_PATHS: '" +
+                           fx +
+                           "'\r\n"
+                           "NATIVE_DLL_SEARCH_DIRECTORIES: '" +
+                           fx +
+                           "'\r\n"
+                           "Default AppDomain ready.\r\n"
+                           "ready=1\n"
+                           "netcore_dir=" +
+                           rt +
+                           "\n"
+                           "assembly_dirs=" +
+                           fx +
+                           "\n"
+                           "add=3\n"
+                           "Shutdowning .NET Core host...\r\n"
+                           ".NET Core host is down: 0\r\n");
 }
 
-TEST(Hosting, FindsRuntimeAndAssembliesThroughEnvironment) {
+TEST(Hosting, FindsRuntimeAndAssembliesThroughEnvironment)
+{
     TempDir dir;
     // Runtime folders: only netcore10.0 both parses and holds the wrapper.
     const std::string chosen = dir.mkdirs("runtimes/netcore10.0");
@@ -181,7 +206,8 @@ TEST(Hosting, FindsRuntimeAndAssembliesThroughEnvironment) {
     EXPECT_TRUE(contains(run.out, ".NET Core host is down: 0\r\n"));
 }
 
-TEST(Hosting, BindingFailuresCarryTheMissingMethodMessage) {
+TEST(Hosting, BindingFailuresCarryTheMissingMethodMessage)
+{
     DriverRun run = run_driver("missing-method", kRuntimeDir, kFixtureDir);
     EXPECT_CLEAN_EXIT(run);
     const std::string status = "\\(error=(-?[1-9][0-9]*)\\)$";
@@ -190,24 +216,27 @@ TEST(Hosting, BindingFailuresCarryTheMissingMethodMessage) {
     EXPECT_TRUE(std::regex_match(missing, match,
                                  std::regex("While initializing the host for the 'HostFixture\\.Entry "
                                             "\\(Assembly=HostFixture\\)' type, an error occurred - Method "
-                                            "'NoSuchMethod' not found " + status)))
+                                            "'NoSuchMethod' not found " +
+                                            status)))
         << missing;
     // A later failure replaces the stored message; a later success keeps it.
     EXPECT_TRUE(contains(field(run.out, "replaced"), "Method 'AlsoMissing' not found (error="));
     EXPECT_EQ(field(run.out, "error_kept"), "1");
     // The exchange host stops at its first entry; the object host takes its assembly name.
     const std::string exchange = field(run.out, "exchange");
-    EXPECT_TRUE(std::regex_match(exchange,
-                                 std::regex("While initializing the host for the 'Orvane\\.WrpGen\\.Interop\\."
-                                            "ExchangeHost \\(Assembly=NoSuchAssembly\\)' type, an error occurred "
-                                            "- Method 'GetTypeName' not found " + status)))
+    EXPECT_TRUE(
+        std::regex_match(exchange, std::regex("While initializing the host for the 'Orvane\\.WrpGen\\.Interop\\."
+                                              "ExchangeHost \\(Assembly=NoSuchAssembly\\)' type, an error occurred "
+                                              "- Method 'GetTypeName' not found " +
+                                              status)))
         << exchange;
     EXPECT_TRUE(contains(field(run.out, "object"),
                          "'Orvane.WrpGen.Interop.ObjectHost (Assembly=NoSuchAssembly)' type, an error occurred - "
                          "Method 'InstanceToString' not found"));
 }
 
-TEST(Hosting, WrapperLoadedByAnotherModuleWithoutDomainIsNotReady) {
+TEST(Hosting, WrapperLoadedByAnotherModuleWithoutDomainIsNotReady)
+{
     DriverRun run = run_driver("preloaded-no-domain", kRuntimeDir, kFixtureDir, {{"COREHOST_TRACE", "1"}});
     EXPECT_CLEAN_EXIT(run);
     EXPECT_TRUE(contains(run.out, "Using existed module...\r\n"));
@@ -221,7 +250,8 @@ TEST(Hosting, WrapperLoadedByAnotherModuleWithoutDomainIsNotReady) {
     EXPECT_FALSE(contains(run.out, "Shutdowning"));
 }
 
-TEST(Hosting, WrapperLoadedByAnotherModuleSharesItsDomainAndNeverShutsDown) {
+TEST(Hosting, WrapperLoadedByAnotherModuleSharesItsDomainAndNeverShutsDown)
+{
     DriverRun run = run_driver("preloaded-with-domain", kRuntimeDir, kFixtureDir, {{"COREHOST_TRACE", "1"}});
     EXPECT_CLEAN_EXIT(run);
     EXPECT_TRUE(contains(run.out, "Using existed module...\r\n"));
@@ -232,7 +262,8 @@ TEST(Hosting, WrapperLoadedByAnotherModuleSharesItsDomainAndNeverShutsDown) {
     EXPECT_FALSE(contains(run.out, "Shutdowning"));
 }
 
-TEST(Hosting, HostsBindInDeclaredOrderAndStopAtFirstGap) {
+TEST(Hosting, HostsBindInDeclaredOrderAndStopAtFirstGap)
+{
     // This fixture lacks both string-builder setters and ObjectHost.Dispose.
     DriverRun run = run_driver("bind-hosts", kRuntimeDir, kPartialFixtureDir);
     EXPECT_CLEAN_EXIT(run);
@@ -243,7 +274,8 @@ TEST(Hosting, HostsBindInDeclaredOrderAndStopAtFirstGap) {
     EXPECT_TRUE(contains(field(run.out, "object"), "Method 'Dispose' not found")) << run.out;
 }
 
-TEST(Hosting, DebugUsesDebugWrapperAndDebugAssemblyFolders) {
+TEST(Hosting, DebugUsesDebugWrapperAndDebugAssemblyFolders)
+{
     TempDir dir;
     const std::string chosen = dir.mkdirs("runtimes/netcore10.0");
     const std::string debug_wrap = "liborvane.embed.coreclrwrap.debug.so";
@@ -269,7 +301,8 @@ TEST(Hosting, DebugUsesDebugWrapperAndDebugAssemblyFolders) {
     EXPECT_EQ(field(run.out, "add"), "3");
 }
 
-TEST(Hosting, UnsetDirectoriesFallBackToTheExecutableFolder) {
+TEST(Hosting, UnsetDirectoriesFallBackToTheExecutableFolder)
+{
     DriverRun run = run_driver("start", "-", "-", {{"COREHOST_TRACE", "1"}});
     const std::string exe_dir = kDriver.substr(0, kDriver.rfind('/'));
     // The driver's folder holds no wrapper, so the start fails after the
@@ -281,28 +314,32 @@ TEST(Hosting, UnsetDirectoriesFallBackToTheExecutableFolder) {
 }
 
 // A host that cannot start throws out of HostEnvironment::instance, which ends the process.
-void expect_start_failure(const DriverRun& run, const std::string& message) {
+void expect_start_failure(const DriverRun& run, const std::string& message)
+{
     EXPECT_FALSE(run.exited && run.exit_code == 0);
     EXPECT_EQ(run.signal, SIGABRT);
     EXPECT_TRUE(contains(run.err, message)) << run.err;
     EXPECT_FALSE(contains(run.out, "ready="));
 }
 
-TEST(Hosting, MissingWrapperEndsTheProcess) {
+TEST(Hosting, MissingWrapperEndsTheProcess)
+{
     TempDir dir;
     DriverRun run = run_driver("start", dir.path(), kFixtureDir, {{"COREHOST_TRACE", "2"}});
     expect_start_failure(run, "DynamicLibrary::load");
     EXPECT_TRUE(contains(run.out, "No module...\r\nNo: '" + dir.path() + "/" + kWrapName + "'\r\n"));
 }
 
-TEST(Hosting, UnloadableRuntimeEndsTheProcess) {
+TEST(Hosting, UnloadableRuntimeEndsTheProcess)
+{
     TempDir dir;
     ASSERT_EQ(symlink((kRuntimeDir + "/" + kWrapName).c_str(), dir.sub(kWrapName).c_str()), 0);
     ASSERT_EQ(symlink(dir.sub("gone/libcoreclr.so").c_str(), dir.sub("libcoreclr.so").c_str()), 0);
     expect_start_failure(run_driver("start", dir.path(), kFixtureDir), "init coreclr wap");
 }
 
-TEST(Hosting, RuntimeWithoutItsFrameworkFailsWithStatus) {
+TEST(Hosting, RuntimeWithoutItsFrameworkFailsWithStatus)
+{
     // A copy of libcoreclr.so alone: the framework folder holds no core library.
     TempDir dir;
     ASSERT_EQ(symlink((kRuntimeDir + "/" + kWrapName).c_str(), dir.sub(kWrapName).c_str()), 0);
@@ -310,14 +347,17 @@ TEST(Hosting, RuntimeWithoutItsFrameworkFailsWithStatus) {
     expect_start_failure(run_driver("start", dir.path(), kFixtureDir), "coreclr_initialize failed - status:0x");
 }
 
-TEST(WrapperLibrary, ExportsOnlyItsFiveEntryPoints) {
+TEST(WrapperLibrary, ExportsOnlyItsFiveEntryPoints)
+{
     void* wrapper = dlopen((kRuntimeDir + "/" + kWrapName).c_str(), RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(wrapper, nullptr) << dlerror();
     for (const char* name : {"coreclr_wrap_load", "coreclr_wrap_initialize", "coreclr_wrap_create_delegate",
                              "coreclr_wrap_shutdown", "coreclr_wrap_is_domain_initialized"})
         EXPECT_NE(dlsym(wrapper, name), nullptr) << name;
     EXPECT_EQ(dlsym(wrapper, "_ZN10coreclrwrap5stateEv"), nullptr);
-    EXPECT_EQ(dlsym(wrapper, "_ZN10coreclrwrap26collect_trusted_assembliesERKSt6vectorINSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEESaIS6_EE"), nullptr);
+    EXPECT_EQ(dlsym(wrapper, "_ZN10coreclrwrap26collect_trusted_assembliesERKSt6vectorINSt7__cxx1112basic_"
+                             "stringIcSt11char_traitsIcESaIcEEESaIS6_EE"),
+              nullptr);
 
     // Nothing loaded yet in this process: initialising or binding is refused.
     auto initialize = reinterpret_cast<int (*)(const char*, const char*, int, const char**, const char**)>(

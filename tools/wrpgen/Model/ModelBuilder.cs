@@ -112,7 +112,7 @@ namespace Orvane.WrpGen.Model
                     bt.Constructors.Add(MakeMethod(bt, c, bt.Name, isCtor: true, isStatic: false));
                 if (bt.IsStruct && !bt.Constructors.Any(c => c.Parameters.Count == 0))
                     bt.Constructors.Add(new MethodModel(bt, bt.Name, isCtor: true, isStatic: false, new List<ParameterModel>(), null)
-                        { IsImplicitDefault = true, ReportSignature = Sig(bt, "..ctor", "", dotIncluded: true) });
+                    { IsImplicitDefault = true, ReportSignature = Sig(bt, "..ctor", "", dotIncluded: true) });
             }
 
             var methodKeys = new HashSet<string>(StringComparer.Ordinal);

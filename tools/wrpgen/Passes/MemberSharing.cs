@@ -80,8 +80,12 @@ namespace Orvane.WrpGen.Passes
                     if (!byName.ContainsKey(g.Key))
                         Add(new Slot
                         {
-                            Name = g.Key, IsStatic = isStatic, Candidates = g.Select(m => new Candidate(m)).ToList(),
-                            Source = SlotSource.Local, Provider = t, Own = true,
+                            Name = g.Key,
+                            IsStatic = isStatic,
+                            Candidates = g.Select(m => new Candidate(m)).ToList(),
+                            Source = SlotSource.Local,
+                            Provider = t,
+                            Own = true,
                         });
 
             foreach (var source in Sources(t))
@@ -95,7 +99,8 @@ namespace Orvane.WrpGen.Passes
                     {
                         Add(new Slot
                         {
-                            Name = inherited.Name, Property = inherited.Property,
+                            Name = inherited.Name,
+                            Property = inherited.Property,
                             Candidates = inherited.Candidates?.ToList(),
                             Source = isBase ? SlotSource.Inherited : SlotSource.Shared,
                             Provider = isBase ? source : inherited.Source == SlotSource.Local ? source : inherited.Provider,
