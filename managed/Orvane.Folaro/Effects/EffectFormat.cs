@@ -54,7 +54,7 @@ public sealed class EffectFormat : IEffectFormat
 
     public bool IsNoEffects =>
         _properties(false) is not { } props
-        || (List(props) is not { } list || !list.HasChildren) && SchemaOrder.First(props, "effectDag") == null;
+        || (List(props) is not { } list || !list.HasChildren) && props.GetFirstChild<A.EffectDag>() == null;
 
     public IOuterShadow? OuterShadowEffect => Effect("outerShdw") is { } e ? new OuterShadow(e, _context) : null;
 
@@ -86,7 +86,7 @@ public sealed class EffectFormat : IEffectFormat
 
     public void DisableSoftEdgeEffect() => Disable("softEdge");
 
-    private static OpenXmlElement? List(OpenXmlElement props) => SchemaOrder.First(props, "effectLst");
+    private static OpenXmlElement? List(OpenXmlElement props) => props.GetFirstChild<A.EffectList>();
 
     private OpenXmlElement? Effect(string name) =>
         _properties(false) is { } props && List(props) is { } list ? SchemaOrder.First(list, name) : null;
@@ -94,7 +94,7 @@ public sealed class EffectFormat : IEffectFormat
     private void Enable(string name, Func<OpenXmlElement> create)
     {
         var props = _properties(true) ?? throw new PptxEditException($"{_context.Where}: the shape has no shape properties to hold effects");
-        if (SchemaOrder.First(props, "effectDag") != null)
+        if (props.GetFirstChild<A.EffectDag>() != null)
             throw new PptxEditException($"{_context.Where}: the shape's effects are an effect graph (a:effectDag), which cannot be edited as a list");
         var list = SchemaOrder.Ensure(props, "effectLst", () => new A.EffectList(), _propertiesOrder);
         if (SchemaOrder.First(list, name) == null)

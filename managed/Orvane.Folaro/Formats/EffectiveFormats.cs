@@ -6,6 +6,7 @@ using DocumentFormat.OpenXml.Packaging;
 using Orvane.Folaro.Theme;
 using Orvane.Marel;
 using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -54,7 +55,7 @@ internal static class EffectiveFormats
 
         private static OpenXmlElement? SpPr(OpenXmlElement shape) => shape.ChildElements.FirstOrDefault(c => c.LocalName is "spPr" or "grpSpPr");
 
-        private static OpenXmlElement? StyleOf(OpenXmlElement shape) => shape.ChildElements.FirstOrDefault(c => c.LocalName == "style");
+        private static OpenXmlElement? StyleOf(OpenXmlElement shape) => shape.GetFirstChild<P.ShapeStyle>();
     }
 
     internal static OpenXmlPart? PartOf(OpenXmlElement element) =>
@@ -92,9 +93,9 @@ internal static class EffectiveFormats
     // A group fill is the fill of the group the shape is in (groups have no style of their own).
     private static Found GroupFill(OpenXmlElement shape, OpenXmlPart part)
     {
-        for (var group = shape.Parent; group != null && group.LocalName == "grpSp"; group = group.Parent)
+        for (var group = shape.Parent as P.GroupShape; group != null; group = group.Parent as P.GroupShape)
         {
-            var props = group.ChildElements.FirstOrDefault(c => c.LocalName == "grpSpPr");
+            var props = group.GetFirstChild<P.GroupShapeProperties>();
             var fill = props == null ? null : SchemaOrder.FirstOf(props, SchemaOrder.Fills);
             if (fill != null && fill is not A.GroupFill)
                 return new Found(fill, part, default);

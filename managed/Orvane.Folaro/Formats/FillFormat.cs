@@ -101,7 +101,7 @@ public sealed class FillFormat : IFillFormat
         }
     }
 
-    public IColorFormat SolidFillColor => new ColorFormat(create => create ? Ensure(FillType.Solid) : Fill(false) is { LocalName: "solidFill" } f ? f : null, Context);
+    public IColorFormat SolidFillColor => new ColorFormat(create => create ? Ensure(FillType.Solid) : Fill(false) as A.SolidFill, Context);
 
     public IGradientFormat GradientFormat => new GradientFormat(this);
 

@@ -64,7 +64,7 @@ public sealed class GradientFormat : IGradientFormat
         _fill = fill;
     }
 
-    private OpenXmlElement? Existing => _fill.Fill(false) is { LocalName: "gradFill" } g ? g : null;
+    private OpenXmlElement? Existing => _fill.Fill(false) as A.GradientFill;
 
     public GradientShape GradientShape
     {
@@ -72,7 +72,7 @@ public sealed class GradientFormat : IGradientFormat
         {
             if (Existing is not { } g)
                 return GradientShape.NotDefined;
-            if (SchemaOrder.First(g, "path") is { } path)
+            if (g.GetFirstChild<A.PathGradientFill>() is { } path)
                 return AttributeAccess.Attr(path, "path") switch { "circle" => GradientShape.Radial, "rect" => GradientShape.Rectangle, _ => GradientShape.Path };
             return GradientShape.Linear;
         }
@@ -95,9 +95,9 @@ public sealed class GradientFormat : IGradientFormat
     {
         get
         {
-            if (Existing is not { } g || SchemaOrder.First(g, "path") != null)
+            if (Existing is not { } g || g.GetFirstChild<A.PathGradientFill>() != null)
                 return float.NaN;
-            return AttributeAccess.Long(SchemaOrder.First(g, "lin"), "ang") is long a ? (float)(a / 60000.0) : 0f;
+            return AttributeAccess.Long(g.GetFirstChild<A.LinearGradientFill>(), "ang") is long a ? (float)(a / 60000.0) : 0f;
         }
         set
         {
@@ -107,7 +107,7 @@ public sealed class GradientFormat : IGradientFormat
             double degrees = value % 360.0;
             if (degrees < 0)
                 degrees += 360.0;
-            var lin = SchemaOrder.First(g, "lin");
+            var lin = g.GetFirstChild<A.LinearGradientFill>();
             if (lin == null)
             {
                 lin = new A.LinearGradientFill { Scaled = false };
@@ -201,13 +201,13 @@ public sealed class GradientStopCollection : IGradientStopCollection
 
     private OpenXmlElement? List(bool create)
     {
-        var g = create ? _fill.Ensure(FillType.Gradient) : _fill.Fill(false) is { LocalName: "gradFill" } e ? e : null;
+        var g = create ? _fill.Ensure(FillType.Gradient) : _fill.Fill(false) as A.GradientFill;
         if (g == null)
             return null;
-        return SchemaOrder.First(g, "gsLst") ?? (create ? SchemaOrder.Insert(g, new A.GradientStopList(), SchemaOrder.GradientFill) : null);
+        return g.GetFirstChild<A.GradientStopList>() ?? (create ? SchemaOrder.Insert(g, new A.GradientStopList(), SchemaOrder.GradientFill) : null);
     }
 
-    private List<OpenXmlElement> Stops() => List(false)?.ChildElements.Where(c => c.LocalName == "gs").ToList() ?? new List<OpenXmlElement>();
+    private List<OpenXmlElement> Stops() => List(false)?.Elements<A.GradientStop>().ToList<OpenXmlElement>() ?? new List<OpenXmlElement>();
 
     private sealed class GradientStop : IGradientStop
     {

@@ -45,14 +45,14 @@ internal static class MediaFrameMarkup
     internal static string? KindOf(OpenXmlElement pic) => MediaElement(pic)?.LocalName;
 
     private static OpenXmlElement? NvPr(OpenXmlElement pic) =>
-        pic.ChildElements.FirstOrDefault(c => c.LocalName == "nvPicPr")?.ChildElements.FirstOrDefault(c => c.LocalName == "nvPr");
+        pic.GetFirstChild<P.NonVisualPictureProperties>()?.GetFirstChild<P.ApplicationNonVisualDrawingProperties>();
 
     private static OpenXmlElement? MediaElement(OpenXmlElement pic) =>
         NvPr(pic)?.ChildElements.FirstOrDefault(c => Array.IndexOf(MediaKinds, c.LocalName) >= 0);
 
     private static OpenXmlElement? MediaExtension(OpenXmlElement pic) =>
-        NvPr(pic)?.ChildElements.FirstOrDefault(c => c.LocalName == "extLst")?.ChildElements
-            .FirstOrDefault(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == MediaExtensionUri);
+        NvPr(pic)?.GetFirstChild<P.ApplicationNonVisualDrawingPropertiesExtensionList>()?.Elements<P.ApplicationNonVisualDrawingPropertiesExtension>()
+            .FirstOrDefault(e => AttributeAccess.Attr(e, "uri") == MediaExtensionUri);
 
     private static string? RelAttr(OpenXmlElement? element, string name) =>
         element?.GetAttributes().FirstOrDefault(a => a.LocalName == name && a.NamespaceUri == R).Value;
@@ -107,7 +107,7 @@ internal static class MediaFrameMarkup
         if (ext == null)
         {
             var nvPr = NvPr(pic)!;
-            var list = nvPr.ChildElements.FirstOrDefault(c => c.LocalName == "extLst");
+            OpenXmlElement? list = nvPr.GetFirstChild<P.ApplicationNonVisualDrawingPropertiesExtensionList>();
             if (list == null)
             {
                 list = new P.ApplicationNonVisualDrawingPropertiesExtensionList();

@@ -114,8 +114,8 @@ internal sealed class MediaStore
         var raster = own.Fallback ?? own;
         blip.SetAttribute(new OpenXmlAttribute("r", "embed", R, Relate(owner, raster)));
         // An old SVG extension goes, whatever the new image is.
-        var extList = blip.ChildElements.FirstOrDefault(c => c.LocalName == "extLst");
-        foreach (var ext in extList?.ChildElements.Where(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == SvgExtensionUri).ToList() ?? new List<OpenXmlElement>())
+        OpenXmlElement? extList = blip.GetFirstChild<A.BlipExtensionList>();
+        foreach (var ext in extList?.Elements<A.BlipExtension>().Where(e => AttributeAccess.Attr(e, "uri") == SvgExtensionUri).ToList() ?? new List<A.BlipExtension>())
             ext.Remove();
         if (own.ContentType == ImageFormats.Svg)
         {
@@ -138,9 +138,9 @@ internal sealed class MediaStore
         if (owner == null)
             return null;
         var raster = PartOf(owner, ImageParts.EmbedOf(blip));
-        var svgBlip = blip.ChildElements.FirstOrDefault(c => c.LocalName == "extLst")?.ChildElements
-            .Where(e => e.LocalName == "ext" && AttributeAccess.Attr(e, "uri") == SvgExtensionUri)
-            .SelectMany(e => e.ChildElements).FirstOrDefault(c => c.LocalName == "svgBlip");
+        var svgBlip = blip.GetFirstChild<A.BlipExtensionList>()?.Elements<A.BlipExtension>()
+            .Where(e => AttributeAccess.Attr(e, "uri") == SvgExtensionUri)
+            .SelectMany(e => e.Elements<Svg.SVGBlip>()).FirstOrDefault();
         var svg = svgBlip != null ? PartOf(owner, ImageParts.EmbedOf(svgBlip)) : null;
         if (svg != null)
         {
@@ -314,9 +314,9 @@ internal sealed class MediaStore
             var root = part.RootElement;
             if (root == null)
                 continue;
-            foreach (var svgBlip in root.Descendants().Where(e => e.LocalName == "svgBlip"))
+            foreach (var svgBlip in root.Descendants<Svg.SVGBlip>())
             {
-                var blip = svgBlip.Ancestors().FirstOrDefault(a => a.LocalName == "blip");
+                var blip = svgBlip.Ancestors<A.Blip>().FirstOrDefault();
                 if (blip != null)
                     ImageOfBlip(blip, part);
             }

@@ -4,6 +4,7 @@ using System.Linq;
 using DocumentFormat.OpenXml;
 using DocumentFormat.OpenXml.Packaging;
 using P = DocumentFormat.OpenXml.Presentation;
+using P14 = DocumentFormat.OpenXml.Office2010.PowerPoint;
 
 namespace Orvane.Folaro;
 
@@ -11,7 +12,6 @@ namespace Orvane.Folaro;
 // (slide id list, custom shows, sections) consistent.
 internal static class SlideParts
 {
-    private const string P14 = "http://schemas.microsoft.com/office/powerpoint/2010/main";
     internal const uint MinSlideId = 256;
     internal const uint MaxSlideId = 2147483647;
 
@@ -66,7 +66,7 @@ internal static class SlideParts
                 sld.Remove();
         }
         // Sections (an extension list of the presentation) name slides by id.
-        foreach (var sectionSlide in root.Descendants().Where(e => e.LocalName == "sldId" && e.NamespaceUri == P14).ToList())
+        foreach (var sectionSlide in root.Descendants<P14.SectionSlideIdListEntry>().ToList())
         {
             if (sectionSlide.GetAttributes().Any(a => a.LocalName == "id" && a.Value == id.ToString(System.Globalization.CultureInfo.InvariantCulture)))
                 sectionSlide.Remove();

@@ -1,5 +1,5 @@
-using System.Linq;
 using DocumentFormat.OpenXml;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -27,7 +27,7 @@ public sealed class AutoShape : GeometryShape, IAutoShape
     {
     }
 
-    public bool HasTextFrame => Element.ChildElements.Any(c => c.LocalName == "txBody");
+    public bool HasTextFrame => Element.GetFirstChild<P.TextBody>() != null;
 
     public ShapeType ShapeType
     {

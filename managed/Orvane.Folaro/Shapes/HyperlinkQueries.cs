@@ -2,6 +2,7 @@ using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
 using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -55,7 +56,7 @@ public sealed class HyperlinkQueries : IHyperlinkQueries
                 if (Has(nv, "hlinkHover"))
                     found.Add(shape);
                 // Text of the shape itself, or of a table's cells; a group's members come on their own.
-                if (element.LocalName == "grpSp")
+                if (element is P.GroupShape)
                     continue;
                 foreach (var run in element.Descendants().Where(e => e is A.Run or A.Field).Cast<OpenXmlCompositeElement>())
                     if (Has(run.GetFirstChild<A.RunProperties>(), "hlinkMouseOver"))

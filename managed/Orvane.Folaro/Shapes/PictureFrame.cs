@@ -1,6 +1,6 @@
 using System;
-using System.Linq;
 using DocumentFormat.OpenXml;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -32,7 +32,7 @@ public class PictureFrame : Shape, IPictureFrame
     };
 
     public IPictureFillFormat PictureFormat => new PictureFillFormat(create =>
-        Element.ChildElements.FirstOrDefault(c => c.LocalName == "blipFill")
+        Element.GetFirstChild<P.BlipFill>()
             ?? (create ? throw new PptxEditException($"{Context.Where}: the picture has no picture fill") : null), Context);
 
     public ShapeType ShapeType

@@ -85,23 +85,23 @@ public abstract class Shape : IShape
     public int ConnectionSiteCount => GeometryEngine.DefinitionOf(Element, out _) is { } definition ? GeometryEngine.SiteCount(definition) : 0;
 
     public Effects.IEffectFormat EffectFormat => new Effects.EffectFormat(
-        ShapePropertiesSlot, Element.LocalName == "grpSp" ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, Context);
+        ShapePropertiesSlot, Element is P.GroupShape ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, Context);
 
     public IPlaceholder? Placeholder => PlaceholderOf(Element) is { } ph ? new Placeholder(ph) : null;
 
     public int ZOrderPosition => Container.IndexOf(this);
 
     public IFillFormat FillFormat => new FillFormat(
-        ShapePropertiesSlot, Element.LocalName == "grpSp" ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, SchemaOrder.Fills, Context)
+        ShapePropertiesSlot, Element is P.GroupShape ? SchemaOrder.GroupShapeProperties : SchemaOrder.ShapeProperties, SchemaOrder.Fills, Context)
     {
         Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),
     };
 
     public ILineFormat LineFormat => new LineFormat(create =>
     {
-        if (ShapePropertiesSlot(false) is not { LocalName: "spPr" } spPr)
+        if (ShapePropertiesSlot(false) is not P.ShapeProperties spPr)
             return null;
-        return SchemaOrder.First(spPr, "ln") ?? (create ? SchemaOrder.Insert(spPr, new A.Outline(), SchemaOrder.ShapeProperties) : null);
+        return spPr.GetFirstChild<A.Outline>() ?? (create ? SchemaOrder.Insert(spPr, new A.Outline(), SchemaOrder.ShapeProperties) : null);
     }, Context)
     {
         Inheritance = () => new EffectiveFormats.Source(Element, SlideView.PartBase),
@@ -142,9 +142,9 @@ public abstract class Shape : IShape
 
     /// <summary>The collection that holds the shape: its group's, else its slide's.</summary>
     internal ShapeCollection Container =>
-        Element.Parent?.LocalName == "grpSp" && Element.Parent is OpenXmlCompositeElement g
+        Element.Parent is P.GroupShape g
             ? new ShapeCollection(SlideView, g)
-            : Element.Parent?.Parent?.Parent?.LocalName == "grpSp" && Element.Parent.Parent.Parent is OpenXmlCompositeElement ag
+            : Element.Parent?.Parent?.Parent is P.GroupShape ag
                 ? new ShapeCollection(SlideView, ag)
                 : new ShapeCollection(SlideView);
 
@@ -170,6 +170,7 @@ public abstract class Shape : IShape
 
     // --- non-visual properties: <p:nvXxPr><p:cNvPr .../></p:nvXxPr> ---------------------
 
+    // By name: ink (content parts) keeps its cNvPr in another namespace.
     private OpenXmlElement? NonVisual =>
         Element.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))
             ?.ChildElements.FirstOrDefault(c => c.LocalName == "cNvPr");
@@ -236,12 +237,12 @@ public abstract class Shape : IShape
         long ny = y is float fy ? Emu.FromPoints(fy) : current.Y;
         long ncx = cx is float fcx ? NonNegative(fcx, nameof(Width)) : current.Cx;
         long ncy = cy is float fcy ? NonNegative(fcy, nameof(Height)) : current.Cy;
-        Child(xfrm, "off", () => new A.Offset(), prepend: true).SetAttributes(new[]
+        Child(xfrm, () => new A.Offset(), prepend: true).SetAttributes(new[]
         {
             new OpenXmlAttribute("x", string.Empty, nx.ToString(CultureInfo.InvariantCulture)),
             new OpenXmlAttribute("y", string.Empty, ny.ToString(CultureInfo.InvariantCulture)),
         });
-        Child(xfrm, "ext", () => new A.Extents(), prepend: false).SetAttributes(new[]
+        Child(xfrm, () => new A.Extents(), prepend: false).SetAttributes(new[]
         {
             new OpenXmlAttribute("cx", string.Empty, ncx.ToString(CultureInfo.InvariantCulture)),
             new OpenXmlAttribute("cy", string.Empty, ncy.ToString(CultureInfo.InvariantCulture)),
@@ -254,9 +255,9 @@ public abstract class Shape : IShape
             ? Emu.FromPoints(points)
             : throw new ArgumentOutOfRangeException(what, points, $"Shape.{what} must not be negative");
 
-    private static OpenXmlElement Child(OpenXmlElement parent, string localName, Func<OpenXmlElement> create, bool prepend)
+    private static OpenXmlElement Child<T>(OpenXmlElement parent, Func<T> create, bool prepend) where T : OpenXmlElement
     {
-        var found = parent.ChildElements.FirstOrDefault(c => c.LocalName == localName);
+        var found = parent.GetFirstChild<T>();
         if (found != null)
             return found;
         var made = create();
@@ -264,7 +265,7 @@ public abstract class Shape : IShape
             parent.PrependChild(made);
         else
         {
-            var off = parent.ChildElements.FirstOrDefault(c => c.LocalName == "off");
+            var off = parent.GetFirstChild<A.Offset>();
             if (off != null)
                 parent.InsertAfter(made, off);
             else
@@ -278,8 +279,8 @@ public abstract class Shape : IShape
         var xfrm = TransformElement(shape, create: false);
         if (xfrm == null)
             return null;
-        var off = xfrm.ChildElements.FirstOrDefault(c => c.LocalName == "off");
-        var ext = xfrm.ChildElements.FirstOrDefault(c => c.LocalName == "ext");
+        var off = xfrm.GetFirstChild<A.Offset>();
+        var ext = xfrm.GetFirstChild<A.Extents>();
         if (off == null && ext == null)
             return null;
         return new Rect(Long(off, "x"), Long(off, "y"), Long(ext, "cx"), Long(ext, "cy"));
@@ -288,7 +289,8 @@ public abstract class Shape : IShape
     private static long Long(OpenXmlElement? element, string name) =>
         element != null && long.TryParse(Attr(element, name), NumberStyles.Integer, CultureInfo.InvariantCulture, out var v) ? v : 0;
 
-    // spPr/xfrm, grpSpPr/xfrm, or a direct xfrm child (graphic frames, content parts).
+    // spPr/xfrm, grpSpPr/xfrm, or a direct xfrm child (graphic frames, content parts); by name,
+    // as each of these holders has its own transform class.
     internal static OpenXmlElement? TransformElement(OpenXmlElement shape, bool create)
     {
         foreach (var child in shape.ChildElements)

@@ -52,7 +52,7 @@ public sealed partial class ShapeCollection
         foreach (var member in members)
         {
             // Every branch of alternate content holds the same shape in another form.
-            var forms = member.LocalName == "AlternateContent"
+            var forms = member is AlternateContent
                 ? member.ChildElements.Select(b => b.FirstChild).Where(f => f != null).ToList()
                 : new List<OpenXmlElement?> { member };
             foreach (var form in forms)

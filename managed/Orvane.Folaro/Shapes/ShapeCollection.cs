@@ -3,6 +3,7 @@ using System.Collections;
 using System.Collections.Generic;
 using System.Linq;
 using DocumentFormat.OpenXml;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -67,7 +68,6 @@ public interface IShapeCollection : IEnumerable<IShape>
 
 public sealed partial class ShapeCollection : IShapeCollection
 {
-    private const string McNs = "http://schemas.openxmlformats.org/markup-compatibility/2006";
     private readonly BaseSlide _slide;
     private readonly OpenXmlCompositeElement? _container;
 
@@ -283,7 +283,7 @@ public sealed partial class ShapeCollection : IShapeCollection
             tree.InsertBefore(node, tops[index]);
             return;
         }
-        var ext = tree.ChildElements.LastOrDefault(c => c.LocalName == "extLst");
+        var ext = tree.Elements<P.ExtensionListWithModification>().LastOrDefault();
         if (ext != null)
             tree.InsertBefore(node, ext);
         else
@@ -295,7 +295,7 @@ public sealed partial class ShapeCollection : IShapeCollection
         var result = new List<OpenXmlElement>();
         foreach (var child in Tree.ChildElements)
         {
-            var element = child.NamespaceUri == McNs && child.LocalName == "AlternateContent" ? Chosen(child) : child;
+            var element = child is AlternateContent ? Chosen(child) : child;
             if (element is OpenXmlCompositeElement composite && Make(composite) != null)
                 result.Add(child);
         }
@@ -338,7 +338,7 @@ public sealed partial class ShapeCollection : IShapeCollection
             return result;
         foreach (var child in container.ChildElements)
         {
-            var element = child.NamespaceUri == McNs && child.LocalName == "AlternateContent" ? Chosen(child) : child;
+            var element = child is AlternateContent ? Chosen(child) : child;
             if (element is OpenXmlCompositeElement composite && Make(composite) is { } shape)
                 result.Add(shape);
         }

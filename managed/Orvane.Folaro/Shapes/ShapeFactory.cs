@@ -67,6 +67,7 @@ internal static class ShapeFactory
     /// <summary>Gives every shape id in a copied subtree a fresh id from <paramref name="next"/> up.</summary>
     internal static void Renumber(OpenXmlElement root, uint next)
     {
+        // By name: ink (content parts) keeps its cNvPr in another namespace.
         foreach (var nv in root.Descendants().Where(e => e.LocalName == "cNvPr").ToList())
             nv.SetAttribute(new OpenXmlAttribute("id", string.Empty, (next++).ToString(CultureInfo.InvariantCulture)));
     }

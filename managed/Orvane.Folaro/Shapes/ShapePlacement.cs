@@ -27,8 +27,8 @@ internal static class ShapePlacement
         var xfrm = Shape.TransformElement(shape, create: false);
         if (xfrm == null)
             return null;
-        var off = SchemaOrder.First(xfrm, "off");
-        var ext = SchemaOrder.First(xfrm, "ext");
+        var off = xfrm.GetFirstChild<A.Offset>();
+        var ext = xfrm.GetFirstChild<A.Extents>();
         if (off == null && ext == null)
             return null;
         return new Box(AttributeAccess.Long(off, "x") ?? 0, AttributeAccess.Long(off, "y") ?? 0, AttributeAccess.Long(ext, "cx") ?? 0, AttributeAccess.Long(ext, "cy") ?? 0,
@@ -40,8 +40,8 @@ internal static class ShapePlacement
     /// <summary>Writes position, size, rotation and flips on a shape's transform (which must exist).</summary>
     internal static void Write(OpenXmlElement xfrm, Box box)
     {
-        var off = SchemaOrder.First(xfrm, "off") ?? xfrm.PrependChild(new A.Offset());
-        var ext = SchemaOrder.First(xfrm, "ext") ?? off.InsertAfterSelf(new A.Extents());
+        var off = xfrm.GetFirstChild<A.Offset>() ?? xfrm.PrependChild(new A.Offset());
+        var ext = xfrm.GetFirstChild<A.Extents>() ?? off.InsertAfterSelf(new A.Extents());
         AttributeAccess.SetAttr(off, "x", AttributeAccess.Text((long)Math.Round(box.X)));
         AttributeAccess.SetAttr(off, "y", AttributeAccess.Text((long)Math.Round(box.Y)));
         AttributeAccess.SetAttr(ext, "cx", AttributeAccess.Text(Math.Max(0, (long)Math.Round(box.Cx))));
@@ -88,7 +88,7 @@ internal static class ShapePlacement
     {
         var result = new List<GroupMap>();
         for (var e = shape.Parent; e != null; e = e.Parent)
-            if (e.LocalName == "grpSp" && MapOf(e) is { } map)
+            if (e is P.GroupShape && MapOf(e) is { } map)
                 result.Add(map);
         return result;
     }
@@ -126,14 +126,12 @@ internal static class ShapePlacement
 
     // --- groups ----------------------------------------------------------------------------
 
-    private const string McNs = "http://schemas.openxmlformats.org/markup-compatibility/2006";
-
     /// <summary>The shape elements of a group or tree (the chosen branch of alternate content).</summary>
     internal static IEnumerable<OpenXmlElement> Members(OpenXmlElement container)
     {
         foreach (var child in container.ChildElements)
         {
-            if (child.NamespaceUri == McNs && child.LocalName == "AlternateContent")
+            if (child is AlternateContent)
             {
                 foreach (var branch in child.ChildElements)
                     if (branch.FirstChild != null)
@@ -153,7 +151,7 @@ internal static class ShapePlacement
     /// </summary>
     internal static void FitGroup(OpenXmlElement group)
     {
-        for (var g = group; g != null && g.LocalName == "grpSp"; g = g.Parent)
+        for (var g = group as P.GroupShape; g != null; g = g.Parent as P.GroupShape)
         {
             var xfrm = g.GetFirstChild<P.GroupShapeProperties>()?.TransformGroup;
             if (xfrm == null || MapOf(g) is not { } map)
@@ -212,10 +210,10 @@ internal static class ShapePlacement
     internal static void AfterMove(Shape shape)
     {
         var element = shape.Element;
-        if (element.Parent?.LocalName == "grpSp")
-            FitGroup(element.Parent);
+        if (element.Parent is P.GroupShape group)
+            FitGroup(group);
         var tree = shape.SlideView.ShapeTree;
-        if (tree == null || element.LocalName == "cxnSp")
+        if (tree == null || element is P.ConnectionShape)
             return;
         HashSet<uint>? ids = null;
         foreach (var connector in AllShapes(tree).OfType<P.ConnectionShape>())
@@ -229,6 +227,7 @@ internal static class ShapePlacement
         }
     }
 
+    // By name: ink (content parts) keeps its cNvPr in another namespace.
     private static IEnumerable<uint> IdOf(OpenXmlElement element)
     {
         var cNvPr = element.ChildElements.FirstOrDefault(c => c.LocalName.StartsWith("nv", StringComparison.Ordinal))?.ChildElements.FirstOrDefault(c => c.LocalName == "cNvPr");
@@ -254,7 +253,7 @@ internal static class ShapePlacement
         foreach (var member in Members(container))
         {
             yield return member;
-            if (member.LocalName == "grpSp")
+            if (member is P.GroupShape)
                 foreach (var inner in AllShapes(member))
                     yield return inner;
         }
@@ -299,7 +298,7 @@ internal static class ShapePlacement
         var e = FromSlide(connector, end.X, end.Y);
         var xfrm = spPr.Transform2D ?? SchemaOrder.Insert(spPr, new A.Transform2D(), SchemaOrder.ShapeProperties);
         Write(xfrm, new Box(Math.Min(s.X, e.X), Math.Min(s.Y, e.Y), Math.Abs(e.X - s.X), Math.Abs(e.Y - s.Y), 0, e.X < s.X, e.Y < s.Y));
-        if (connector.Parent?.LocalName == "grpSp")
-            FitGroup(connector.Parent);
+        if (connector.Parent is P.GroupShape group)
+            FitGroup(group);
     }
 }

@@ -30,29 +30,24 @@ internal static class ContentScaler
     }
 
     // The shape's own transform: spPr/xfrm, grpSpPr/xfrm, or p:xfrm of a graphic frame or content part.
+    // By name: each of these holders has its own transform class.
     private static (OpenXmlElement? Off, OpenXmlElement? Ext)[] Transforms(OpenXmlElement shape)
     {
         foreach (var child in shape.ChildElements)
         {
             if (child.LocalName == "xfrm")
-                return new[] { (Find(child, "off"), Find(child, "ext")) };
+                return new[] { Corners(child) };
             if (child.LocalName is "spPr" or "grpSpPr")
             {
                 foreach (var inner in child.ChildElements)
                     if (inner.LocalName == "xfrm")
-                        return new[] { (Find(inner, "off"), Find(inner, "ext")) };
+                        return new[] { Corners(inner) };
             }
         }
         return Array.Empty<(OpenXmlElement?, OpenXmlElement?)>();
     }
 
-    private static OpenXmlElement? Find(OpenXmlElement parent, string localName)
-    {
-        foreach (var child in parent.ChildElements)
-            if (child.LocalName == localName)
-                return child;
-        return null;
-    }
+    private static (OpenXmlElement? Off, OpenXmlElement? Ext) Corners(OpenXmlElement xfrm) => (xfrm.GetFirstChild<A.Offset>(), xfrm.GetFirstChild<A.Extents>());
 
     private static long Long(OpenXmlElement element, string name)
     {

@@ -2,6 +2,7 @@ using System;
 using System.Linq;
 using DocumentFormat.OpenXml;
 using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -100,19 +101,19 @@ public sealed class Table : GraphicalObject, ITable
     {
         get
         {
-            var props = SchemaOrder.First(Tbl, "tblPr");
+            var props = Tbl.GetFirstChild<A.TableProperties>();
             if (props == null)
                 return TableStylePreset.None;
-            if (SchemaOrder.First(props, "tableStyleId") is { } id)
+            if (props.GetFirstChild<A.TableStyleId>() is { } id)
                 return id.InnerText.Trim().Length == 0 ? TableStylePreset.None : TableStyleIds.PresetOf(id.InnerText);
-            return SchemaOrder.First(props, "tableStyle") != null ? TableStylePreset.Custom : TableStylePreset.None;
+            return props.GetFirstChild<A.TableStyle>() != null ? TableStylePreset.Custom : TableStylePreset.None;
         }
         set
         {
             if (value == TableStylePreset.Custom || !Enum.IsDefined(value))
                 throw new ArgumentOutOfRangeException(nameof(value), value, "Table.StylePreset must be a built-in style or None");
             var props = Properties();
-            foreach (var old in props.ChildElements.Where(c => c.LocalName is "tableStyleId" or "tableStyle").ToList())
+            foreach (var old in props.ChildElements.Where(c => c is A.TableStyleId or A.TableStyle).ToList())
                 old.Remove();
             if (value != TableStylePreset.None)
                 SchemaOrder.Insert(props, new A.TableStyleId(TableStyleIds.IdOf(value)), TablePropertiesOrder);
@@ -147,8 +148,8 @@ public sealed class Table : GraphicalObject, ITable
     /// <summary>Sets the frame's size to the sum of the column widths and of the row heights.</summary>
     internal void FitFrame()
     {
-        var xfrm = SchemaOrder.First(Element, "xfrm");
-        var ext = xfrm == null ? null : SchemaOrder.First(xfrm, "ext");
+        var xfrm = Element.GetFirstChild<P.Transform>();
+        var ext = xfrm?.GetFirstChild<A.Extents>();
         if (ext == null)
             return;
         long width = TableGrid.GridColumnsOf(Tbl).Sum(c => AttributeAccess.Long(c, "w") ?? 0);
@@ -168,17 +169,17 @@ public sealed class Table : GraphicalObject, ITable
     private OpenXmlElement Properties()
     {
         var tbl = Tbl;
-        if (SchemaOrder.First(tbl, "tblPr") is { } props)
+        if (tbl.GetFirstChild<A.TableProperties>() is { } props)
             return props;
         return tbl.PrependChild(new A.TableProperties());
     }
 
     private bool Flag(string name) =>
-        SchemaOrder.First(Tbl, "tblPr") is { } props && AttributeAccess.Attr(props, name) is "1" or "true";
+        Tbl.GetFirstChild<A.TableProperties>() is { } props && AttributeAccess.Attr(props, name) is "1" or "true";
 
     private void SetFlag(string name, bool value)
     {
-        if (!value && SchemaOrder.First(Tbl, "tblPr") == null)
+        if (!value && Tbl.GetFirstChild<A.TableProperties>() == null)
             return;
         AttributeAccess.SetAttr(Properties(), name, value ? "1" : null);
     }

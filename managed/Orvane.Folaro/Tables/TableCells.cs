@@ -44,12 +44,12 @@ internal static class TableCells
     /// <summary>The a:tbl of a graphic frame, or null when it holds something else.</summary>
     internal static OpenXmlElement? TableOf(OpenXmlElement frame)
     {
-        var graphic = SchemaOrder.First(frame, "graphic");
-        var data = graphic == null ? null : SchemaOrder.First(graphic, "graphicData");
-        return data == null ? null : SchemaOrder.First(data, "tbl");
+        var graphic = frame.GetFirstChild<A.Graphic>();
+        var data = graphic?.GetFirstChild<A.GraphicData>();
+        return data?.GetFirstChild<A.Table>();
     }
 
-    internal static OpenXmlElement? Body(OpenXmlElement cell) => SchemaOrder.First(cell, "txBody");
+    internal static OpenXmlElement? Body(OpenXmlElement cell) => cell.GetFirstChild<A.TextBody>();
 
     /// <summary>The cell's text body, made (empty, one paragraph) when missing.</summary>
     internal static OpenXmlElement EnsureBody(OpenXmlElement cell)
@@ -61,7 +61,7 @@ internal static class TableCells
         return made;
     }
 
-    internal static OpenXmlElement? Properties(OpenXmlElement cell) => SchemaOrder.First(cell, "tcPr");
+    internal static OpenXmlElement? Properties(OpenXmlElement cell) => cell.GetFirstChild<A.TableCellProperties>();
 
     /// <summary>The cell's a:tcPr, made after its text body when missing.</summary>
     internal static OpenXmlElement EnsureProperties(OpenXmlElement cell)
@@ -76,6 +76,7 @@ internal static class TableCells
         return made;
     }
 
+    // By name: any text leaf, math text included.
     internal static bool HasText(OpenXmlElement cell) =>
         Body(cell) is { } body && body.Descendants().Any(e => e.LocalName == "t" && !string.IsNullOrEmpty(e.InnerText));
 
@@ -83,11 +84,11 @@ internal static class TableCells
     internal static void ResetText(OpenXmlElement cell)
     {
         var body = EnsureBody(cell);
-        var paragraphs = body.ChildElements.Where(c => c.LocalName == "p").ToList();
+        var paragraphs = body.Elements<A.Paragraph>().ToList();
         var p = new A.Paragraph();
-        if (paragraphs.FirstOrDefault() is { } first && SchemaOrder.First(first, "pPr") is { } pPr)
+        if (paragraphs.FirstOrDefault() is { } first && first.GetFirstChild<A.ParagraphProperties>() is { } pPr)
             p.AppendChild(pPr.CloneNode(true));
-        var end = paragraphs.Select(x => SchemaOrder.First(x, "endParaRPr")).LastOrDefault(x => x != null);
+        var end = paragraphs.Select(x => x.GetFirstChild<A.EndParagraphRunProperties>()).LastOrDefault(x => x != null);
         p.AppendChild(end?.CloneNode(true) ?? new A.EndParagraphRunProperties { Language = "en-US" });
         foreach (var old in paragraphs)
             old.Remove();
@@ -101,9 +102,9 @@ internal static class TableCells
             return;
         var target = EnsureBody(to);
         if (!HasText(to))
-            foreach (var p in target.ChildElements.Where(c => c.LocalName == "p").ToList())
+            foreach (var p in target.Elements<A.Paragraph>().ToList())
                 p.Remove();
-        foreach (var p in Body(from)!.ChildElements.Where(c => c.LocalName == "p"))
+        foreach (var p in Body(from)!.Elements<A.Paragraph>())
             target.AppendChild(p.CloneNode(true));
         ResetText(from);
     }
@@ -153,9 +154,9 @@ internal static class TableCells
         var copy = line.CloneNode(false);
         foreach (var child in line.ChildElements)
         {
-            if (child.LocalName == "extLst")
+            if (child is A.ExtensionList)
                 continue;
-            copy.AppendChild(child.LocalName == "tc" ? cellFor(child) : child.CloneNode(true));
+            copy.AppendChild(child is A.TableCell ? cellFor(child) : child.CloneNode(true));
         }
         return copy;
     }
@@ -179,5 +180,5 @@ internal static class TableCells
 
     internal static double Points(long emu) => emu / (double)Emu.PerPoint;
 
-    internal static IEnumerable<OpenXmlElement> Paragraphs(OpenXmlElement body) => body.ChildElements.Where(c => c.LocalName == "p");
+    internal static IEnumerable<OpenXmlElement> Paragraphs(OpenXmlElement body) => body.Elements<A.Paragraph>();
 }

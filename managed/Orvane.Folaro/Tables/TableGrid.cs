@@ -47,12 +47,12 @@ internal sealed class TableGrid
 
     internal static TableGrid Read(OpenXmlElement table) => new(table);
 
-    internal static IEnumerable<OpenXmlElement> RowsOf(OpenXmlElement table) => table.ChildElements.Where(c => c.LocalName == "tr");
+    internal static IEnumerable<OpenXmlElement> RowsOf(OpenXmlElement table) => table.Elements<A.TableRow>();
 
-    internal static IEnumerable<OpenXmlElement> CellsOf(OpenXmlElement row) => row.ChildElements.Where(c => c.LocalName == "tc");
+    internal static IEnumerable<OpenXmlElement> CellsOf(OpenXmlElement row) => row.Elements<A.TableCell>();
 
     internal static IEnumerable<OpenXmlElement> GridColumnsOf(OpenXmlElement table) =>
-        SchemaOrder.First(table, "tblGrid") is { } grid ? grid.ChildElements.Where(c => c.LocalName == "gridCol") : Enumerable.Empty<OpenXmlElement>();
+        table.GetFirstChild<A.TableGrid>() is { } grid ? grid.Elements<A.GridColumn>() : Enumerable.Empty<OpenXmlElement>();
 
     internal CellRegion RegionAt(int row, int column) =>
         row >= 0 && row < _regions.Length && column >= 0 && column < _regions[row].Length ? _regions[row][column] : new CellRegion(row, column, 1, 1);
@@ -260,7 +260,7 @@ internal sealed class TableGrid
                     moved.Add(repeat);
             }
         }
-        var grid = SchemaOrder.First(_table, "tblGrid") ?? throw new PptxEditException("the table has no grid");
+        var grid = _table.GetFirstChild<A.TableGrid>() ?? throw new PptxEditException("the table has no grid");
         if (index < Columns.Count)
             grid.InsertBefore(gridColumn, Columns[index]);
         else if (Columns.Count > 0)

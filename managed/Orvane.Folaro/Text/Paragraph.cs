@@ -78,7 +78,7 @@ public sealed class Paragraph : IParagraph
         {
             if (i == defaultsFrom && style != null)
                 chain.Add(style);
-            if (i < levels.Count && SchemaOrder.First(levels[i], "defRPr") is { } defRPr)
+            if (i < levels.Count && levels[i].GetFirstChild<A.DefaultRunProperties>() is { } defRPr)
                 chain.Add(defRPr);
         }
         return (inheritance, chain);

@@ -110,7 +110,7 @@ public sealed class ParagraphFormat : IParagraphFormat
     public IBulletFormat Bullet => new BulletFormat(_pPr, _context);
 
     public IPortionFormat DefaultPortionFormat => new PortionFormat(
-        create => _pPr(create) is { } p ? SchemaOrder.First(p, "defRPr") ?? (create ? SchemaOrder.Insert(p, new A.DefaultRunProperties(), SchemaOrder.ParagraphProperties) : null) : null,
+        create => _pPr(create) is { } p ? p.GetFirstChild<A.DefaultRunProperties>() ?? (create ? SchemaOrder.Insert(p, new A.DefaultRunProperties(), SchemaOrder.ParagraphProperties) : null) : null,
         _context,
         _paragraph == null ? null : () => Paragraph.InheritedRunProperties(_paragraph.Element, _context));
 
@@ -130,9 +130,9 @@ public sealed class ParagraphFormat : IParagraphFormat
         (float Points, float Lines) Space(string name, float points, float lines)
         {
             var holder = Inherited.Child(chain, name);
-            if (holder != null && SchemaOrder.First(holder, "spcPts") is { } pts)
+            if (holder?.GetFirstChild<A.SpacingPoints>() is { } pts)
                 return ((AttributeAccess.Long(pts, "val") ?? 0) / 100f, float.NaN);
-            if (holder != null && SchemaOrder.First(holder, "spcPct") is { } pct)
+            if (holder?.GetFirstChild<A.SpacingPercent>() is { } pct)
                 return (float.NaN, (AttributeAccess.Long(pct, "val") ?? 0) / 100000f);
             return (points, lines);
         }

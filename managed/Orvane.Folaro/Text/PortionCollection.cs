@@ -129,6 +129,7 @@ public sealed class PortionCollection : IPortionCollection
             return;
         }
         var end = p.GetFirstChild<A.EndParagraphRunProperties>();
+        // By name: a paragraph has no extension list in the schema the SDK loads, so one is an unknown element.
         var ext = p.ChildElements.FirstOrDefault(c => c.LocalName == "extLst");
         if (end != null)
             p.InsertBefore(made, end);

@@ -137,9 +137,9 @@ public sealed class PortionFormat : IPortionFormat
     public IFillFormat FillFormat => new FillFormat(_rPr, SchemaOrder.RunProperties, SchemaOrder.Fills, _context);
 
     public IColorFormat HighlightColor => new ColorFormat(create =>
-        _rPr(create) is { } r ? SchemaOrder.First(r, "highlight") ?? (create ? SchemaOrder.Insert(r, new A.Highlight(), SchemaOrder.RunProperties) : null) : null, _context);
+        _rPr(create) is { } r ? r.GetFirstChild<A.Highlight>() ?? (create ? SchemaOrder.Insert(r, new A.Highlight(), SchemaOrder.RunProperties) : null) : null, _context);
 
-    public void ResetHighlightColor() => (_rPr(false) is { } r ? SchemaOrder.First(r, "highlight") : null)?.Remove();
+    public void ResetHighlightColor() => _rPr(false)?.GetFirstChild<A.Highlight>()?.Remove();
 
     public float Spacing
     {

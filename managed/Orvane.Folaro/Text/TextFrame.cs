@@ -70,7 +70,7 @@ public sealed class TextFrame : ITextFrame
 
     public IParagraphCollection Paragraphs => new ParagraphCollection(this);
 
-    public ITextFrameFormat TextFrameFormat => new TextFrameFormat(create => _body(create)?.ChildElements.FirstOrDefault(c => c.LocalName == "bodyPr"), Context,
+    public ITextFrameFormat TextFrameFormat => new TextFrameFormat(create => _body(create)?.GetFirstChild<A.BodyProperties>(), Context,
         () => TextInheritance.Of(_shape, Context.Part));
 
     public override string ToString() => $"TextFrame \"{Text}\"";
@@ -82,11 +82,11 @@ public sealed class TextFrame : ITextFrame
     /// <summary>The text body of a p:sp, made (empty, one paragraph) when missing.</summary>
     internal static OpenXmlElement? ShapeBody(OpenXmlCompositeElement shape, bool create)
     {
-        var body = shape.ChildElements.FirstOrDefault(c => c.LocalName == "txBody");
+        var body = shape.GetFirstChild<P.TextBody>();
         if (body != null || !create)
             return body;
         var made = new P.TextBody(new A.BodyProperties(), new A.ListStyle(), new A.Paragraph(new A.EndParagraphRunProperties { Language = "en-US" }));
-        var ext = shape.ChildElements.FirstOrDefault(c => c.LocalName == "extLst");
+        var ext = shape.GetFirstChild<P.ExtensionListWithModification>();
         if (ext != null)
             shape.InsertBefore(made, ext);
         else

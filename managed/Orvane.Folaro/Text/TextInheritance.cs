@@ -24,8 +24,8 @@ internal sealed class TextInheritance
     {
         _shape = shape;
         _part = part;
-        _placeholders = shape != null && part != null && shape.LocalName == "sp" ? Shape.InheritedPlaceholders(shape, part) : new List<OpenXmlElement>();
-        var ph = shape != null && shape.LocalName == "sp" ? Shape.PlaceholderOf(shape) : null;
+        _placeholders = shape is P.Shape && part != null ? Shape.InheritedPlaceholders(shape, part) : new List<OpenXmlElement>();
+        var ph = shape is P.Shape ? Shape.PlaceholderOf(shape) : null;
         if (ph != null)
         {
             var type = ph.Type?.Value ?? P.PlaceholderValues.Object;
@@ -33,7 +33,7 @@ internal sealed class TextInheritance
                 : type == P.PlaceholderValues.DateAndTime || type == P.PlaceholderValues.Footer || type == P.PlaceholderValues.SlideNumber || type == P.PlaceholderValues.Header ? "otherStyle"
                 : "bodyStyle";
         }
-        else if (shape?.LocalName == "tc")
+        else if (shape is A.TableCell)
         {
             // Text in table cells takes the master's style for other text.
             _masterStyle = "otherStyle";
@@ -52,7 +52,7 @@ internal sealed class TextInheritance
 
     /// <summary>The a:bodyPr elements of the inherited placeholders (after the shape's own).</summary>
     internal IEnumerable<OpenXmlElement> InheritedBodyProperties() =>
-        _placeholders.Select(Body).Where(b => b != null).Select(b => SchemaOrder.First(b!, "bodyPr")).Where(b => b != null)!;
+        _placeholders.Select(Body).Where(b => b != null).Select(b => b!.GetFirstChild<A.BodyProperties>()).Where(b => b != null)!;
 
     /// <summary>The paragraph properties of outline level <paramref name="level"/> (0 to 8), nearest first.</summary>
     internal List<OpenXmlElement> LevelProperties(int level) => LevelProperties(level, out _);
@@ -68,17 +68,17 @@ internal sealed class TextInheritance
                 return;
             if (SchemaOrder.First(listStyle, name) is { } lvl)
                 result.Add(lvl);
-            if (withDefault && SchemaOrder.First(listStyle, "defPPr") is { } def)
+            if (withDefault && listStyle.GetFirstChild<A.DefaultParagraphProperties>() is { } def)
                 result.Add(def);
         }
         if (_shape != null && Body(_shape) is { } own)
-            From(SchemaOrder.First(own, "lstStyle"));
+            From(own.GetFirstChild<A.ListStyle>());
         foreach (var ph in _placeholders)
             if (Body(ph) is { } body)
-                From(SchemaOrder.First(body, "lstStyle"));
+                From(body.GetFirstChild<A.ListStyle>());
         if (_masterStyle != null)
         {
-            var styles = MasterRoot()?.ChildElements.FirstOrDefault(c => c.LocalName is "txStyles");
+            var styles = MasterRoot()?.GetFirstChild<P.TextStyles>();
             From(styles == null ? null : SchemaOrder.First(styles, _masterStyle));
             if (MasterRoot() is P.NotesMaster notes)
                 From(notes.NotesStyle);
@@ -113,7 +113,7 @@ internal sealed class TextInheritance
 
     /// <summary>The shape style's font reference (a:fontRef), which gives text a theme font and a colour.</summary>
     internal OpenXmlElement? FontReference =>
-        _shape?.ChildElements.FirstOrDefault(c => c.LocalName == "style") is { } style ? SchemaOrder.First(style, "fontRef") : null;
+        _shape?.GetFirstChild<P.ShapeStyle>()?.GetFirstChild<A.FontReference>();
 
     /// <summary>A typeface with theme references ("+mj-lt", "+mn-ea", ...) replaced by the theme's fonts.</summary>
     internal string Font(string typeface)
@@ -134,6 +134,7 @@ internal sealed class TextInheritance
         return font == null ? string.Empty : AttributeAccess.Attr(font, "typeface") ?? string.Empty;
     }
 
+    // By name: a shape's text body and a table cell's are different classes.
     private static OpenXmlElement? Body(OpenXmlElement shape) => shape.ChildElements.FirstOrDefault(c => c.LocalName == "txBody");
 
     private OpenXmlPart? MasterPart() => _part switch

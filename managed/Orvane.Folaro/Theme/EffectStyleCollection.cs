@@ -2,6 +2,7 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using DocumentFormat.OpenXml;
+using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro.Theme;
 
@@ -21,7 +22,7 @@ public sealed class EffectStyleCollection : IEffectStyleCollection
 
     internal EffectStyleCollection(Func<OpenXmlElement?> list)
     {
-        _styles = new(list, c => c.LocalName == "effectStyle", (e, _) => new EffectStyle(e), nameof(EffectStyleCollection));
+        _styles = new(list, c => c is A.EffectStyle, (e, _) => new EffectStyle(e), nameof(EffectStyleCollection));
     }
 
     public int Count => _styles.Count;

@@ -2,6 +2,7 @@ using System;
 using System.Collections;
 using System.Collections.Generic;
 using DocumentFormat.OpenXml;
+using A = DocumentFormat.OpenXml.Drawing;
 
 namespace Orvane.Folaro.Theme;
 
@@ -21,7 +22,7 @@ public sealed class LineFormatCollection : ILineFormatCollection
 
     internal LineFormatCollection(Func<OpenXmlElement?> list, FormatContext context)
     {
-        _styles = new(list, c => c.LocalName == "ln",
+        _styles = new(list, c => c is A.Outline,
             (line, index) => new LineFormat(_ => line, new FormatContext(context.Part, $"{context.Where}, line style {index + 1}")),
             nameof(LineFormatCollection));
     }

@@ -60,6 +60,7 @@ public sealed class OverrideTheme : IOverrideTheme
     {
         var inherited = ThemeChain.FormatScheme(_slide.PartBase, skipOwn: true);
         // Picture fills of a format scheme refer to images of the theme part; a copy elsewhere would lose them.
+        // By name, so that a picture inside an extension the SDK does not know counts too.
         if (inherited != null && inherited.Descendants().Any(e => e.LocalName == "blip"))
             throw new NotSupportedException($"OverrideTheme.InitFormatScheme ({Where}): copying a format scheme with picture fills is not supported yet");
         Init(inherited, "format scheme");

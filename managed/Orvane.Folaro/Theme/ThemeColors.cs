@@ -60,8 +60,8 @@ internal sealed class ThemeColors
     private static OpenXmlElement? Override(OpenXmlPart part)
     {
         var root = part.RootElement;
-        var ovr = root?.ChildElements.FirstOrDefault(c => c.LocalName == "clrMapOvr");
-        return ovr?.ChildElements.FirstOrDefault(c => c.LocalName == "overrideClrMapping");
+        var ovr = root?.GetFirstChild<P.ColorMapOverride>();
+        return ovr?.GetFirstChild<A.OverrideColorMapping>();
     }
 
     /// <summary>The colour element of a theme slot for a scheme name, or null.</summary>

@@ -1,6 +1,7 @@
 using System.Linq;
 using DocumentFormat.OpenXml;
 using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -8,7 +9,7 @@ namespace Orvane.Folaro;
 internal static class GeometryAccess
 {
     internal static OpenXmlElement? ShapeProperties(OpenXmlElement shape) =>
-        shape.ChildElements.FirstOrDefault(c => c.LocalName == "spPr");
+        shape.GetFirstChild<P.ShapeProperties>();
 
     internal static A.PresetGeometry? Preset(OpenXmlElement shape) => ShapeProperties(shape)?.GetFirstChild<A.PresetGeometry>();
 
@@ -35,7 +36,7 @@ internal static class GeometryAccess
             old.InsertBeforeSelf(made);
             old.Remove();
         }
-        else if (spPr.ChildElements.FirstOrDefault(c => c.LocalName == "xfrm") is { } xfrm)
+        else if (spPr.GetFirstChild<A.Transform2D>() is { } xfrm)
             xfrm.InsertAfterSelf(made);
         else
             spPr.PrependChild(made);

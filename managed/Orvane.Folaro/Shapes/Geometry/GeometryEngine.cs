@@ -4,6 +4,8 @@ using System.Globalization;
 using System.Linq;
 using System.Xml.Linq;
 using DocumentFormat.OpenXml;
+using A = DocumentFormat.OpenXml.Drawing;
+using P = DocumentFormat.OpenXml.Presentation;
 
 namespace Orvane.Folaro;
 
@@ -29,29 +31,29 @@ internal static class GeometryEngine
     internal static XElement? DefinitionOf(OpenXmlElement shape, out Dictionary<string, double> adjust)
     {
         adjust = new Dictionary<string, double>(StringComparer.Ordinal);
-        var spPr = shape.ChildElements.FirstOrDefault(c => c.LocalName == "spPr");
+        var spPr = shape.GetFirstChild<P.ShapeProperties>();
         if (spPr == null)
             return null;
         XElement? definition = null;
         OpenXmlElement? avLst = null;
         foreach (var child in spPr.ChildElements)
         {
-            if (child.LocalName == "custGeom")
+            if (child is A.CustomGeometry)
             {
                 definition = XElement.Parse(child.OuterXml);
                 break;
             }
-            if (child.LocalName == "prstGeom")
+            if (child is A.PresetGeometry)
             {
                 var name = AttributeAccess.Attr(child, "prst");
                 if (name != null && Presets.Value.TryGetValue(name, out var preset))
                     definition = preset;
-                avLst = child.ChildElements.FirstOrDefault(c => c.LocalName == "avLst");
+                avLst = child.GetFirstChild<A.AdjustValueList>();
                 break;
             }
         }
         if (avLst != null)
-            foreach (var gd in avLst.ChildElements.Where(c => c.LocalName == "gd"))
+            foreach (var gd in avLst.Elements<A.ShapeGuide>())
                 if (AttributeAccess.Attr(gd, "name") is { } n && ParseVal(AttributeAccess.Attr(gd, "fmla")) is double v)
                     adjust[n] = v;
         return definition;
