@@ -15,7 +15,7 @@ namespace Orvane.WrpGen.Emit
     {
         public static void Run(EmitContext ctx)
         {
-            var unit = ctx.Unit("generic", "Typed collection wrappers");
+            var unit = ctx.Unit(ctx.Model.Units.Generic, "Typed collection wrappers");
             foreach (var g in ctx.Model.Generics)
             {
                 EmitElement(unit.Private[Section.GenericWrappers], g);
@@ -35,7 +35,7 @@ namespace Orvane.WrpGen.Emit
         private static void EmitElement(CodeWriter w, GenericInstance g)
         {
             var e = g.Element;
-            string toPy = e.Kind == BindKind.Object ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}(out)" : "wrpPye_gn_take_object(out)";
+            string toPy = e.Kind == BindKind.Object ? $"{e.Bound!.Cpp.ClrToPy}(out)" : "wrpPye_gn_take_object(out)";
             string storage = e.Kind == BindKind.Object ? "void*" : CppTypes.Storage(e);
             w.Line($"// Elements of type {e.Clr.FullName}.");
             w.Line($"static PyObject* wrpPygn_elem_to_py_{g.Id}(const PyObjectOutArg& out) {{ return {toPy}; }}");
@@ -124,7 +124,7 @@ namespace Orvane.WrpGen.Emit
                 string fn = $"wrpPygn_conv_py_to_clr_{name}_{g.Id}";
                 ctx.Declare(Section.GenericWrappers, $"int {fn}(PyObject* obj, VariantArg* out);");
                 w.Open($"int {fn}(PyObject* obj, VariantArg* out)");
-                w.Line($"return wrpPye_gn_conv_py_to_clr(obj, out, &{GenericNames.GnType(g, k)}, {Symbols.Quote(what)});");
+                w.Line($"return wrpPye_gn_conv_py_to_clr(obj, out, &{GenericNames.GnType(g, k)}, {CodeWriter.Quote(what)});");
                 w.Close();
                 w.Line();
             }
@@ -183,7 +183,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("static const struct { PyGnType* type; const char* name; } types[] = {");
             w.Indent();
             foreach (var (g, k) in all)
-                w.Line($"{{&{GenericNames.GnType(g, k)}, {Symbols.Quote(GenericNames.PyName(g, k))}}},");
+                w.Line($"{{&{GenericNames.GnType(g, k)}, {CodeWriter.Quote(GenericNames.PyName(g, k))}}},");
             w.Outdent().Line("};");
             w.Open("for (size_t i = 0; i < sizeof(types) / sizeof(types[0]); ++i)");
             w.Line("names[i] = std::string(root_name) + \"._wrpgen._generic.\" + types[i].name;");
@@ -220,7 +220,7 @@ namespace Orvane.WrpGen.Emit
             foreach (var (g, k) in AllTypes(model))
             {
                 string type = "&" + GenericNames.TypeObject(g, k);
-                string pyName = Symbols.Quote(GenericNames.PyName(g, k));
+                string pyName = CodeWriter.Quote(GenericNames.PyName(g, k));
                 w.Open("");
                 if (k is GenericWrapper.List or GenericWrapper.Array)
                 {
