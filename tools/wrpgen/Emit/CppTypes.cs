@@ -116,7 +116,7 @@ namespace Orvane.WrpGen.Emit
             BindKind.Guid => "fn_conv_py_uuid_to_clr_guid",
             BindKind.Variant => "fn_conv_py_variant_to_clr_variant",
             BindKind.Stream => "wrpPye_conv_py_to_clr_stream",
-            BindKind.Collection when GenericNames.ConverterOf(t) is { } typed => typed,
+            BindKind.Collection when t.Wrapper?.Converter is { } typed => typed,
             BindKind.Collection => "wrpPye_conv_py_to_clr_" + CollectionKindName(t),
             BindKind.Nullable => NullableConverter,
             BindKind.ByRef => "fn_conv_py_parbyref_to_clr_parbyref",
@@ -209,7 +209,7 @@ namespace Orvane.WrpGen.Emit
         /// <summary>Python object from a collection or stream result record <paramref name="v"/>.</summary>
         public static string CollectionToPy(TypeRef r, string v) =>
             r.Kind == BindKind.Stream ? $"wrpPye_conv_clr_stream_to_py({v})"
-            : r.Generic != null ? $"wrpPye_gn_result_to_py({v}, &{GenericNames.GnType(r.Generic, GenericNames.WrapperOf(r))})"
+            : r.Generic != null ? $"wrpPye_gn_result_to_py({v}, &{r.Wrapper!.Type})"
             : $"wrpPye_conv_clr_{CollectionKindName(r)}_to_py({v})";
 
         /// <summary>Python object from an object result record <paramref name="v"/>.</summary>

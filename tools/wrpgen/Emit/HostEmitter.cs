@@ -61,8 +61,8 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitGenericHost(CodeWriter w, GenericInstance g, GenericHost h, string proxyAssembly)
         {
-            string name = h.NativeName(g);
-            string managed = h.ManagedName(g);
+            string name = h.Names.Native;
+            string managed = h.Names.Managed;
             OpenClass(w, name, managed);
             w.Line("// The bound entries, as the wrapper algorithms call them.");
             w.Line("const PyGnEntries& entries() const { return m_entries; }");

@@ -70,7 +70,7 @@ namespace Orvane.WrpGen.Emit
             if (t.IsDisposable)
                 list.Insert(System.Math.Min(t.DisposableIndex, list.Count), "&" + CppTypes.DisposableType);
             if (t.IterableOf != null)
-                list.Add("&" + GenericNames.TypeObject(t.IterableOf, GenericWrapper.Iterable));
+                list.Add("&" + t.IterableOf.Wrapper(GenericWrapper.Iterable).TypeObject);
             return list;
         }
 
@@ -83,7 +83,7 @@ namespace Orvane.WrpGen.Emit
             if (m.Parent == null)
             {
                 w.Line("// The typed wrappers first: generated classes list them among their interfaces.");
-                w.Line($"if (!{GenericNames.ReadyTypes}({mname}))").Indent().Line("return nullptr;").Outdent();
+                w.Line($"if (!{ctx.Model.GenericNames.ReadyTypes}({mname}))").Indent().Line("return nullptr;").Outdent();
             }
             w.Line($"PyObject* module = PyModule_Create2(&{m.Cpp.Definition.Qualified}, 1013);");
             w.Open("if (!module)");

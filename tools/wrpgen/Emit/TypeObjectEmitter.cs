@@ -158,7 +158,7 @@ namespace Orvane.WrpGen.Emit
             // Enumerable collections iterate through their managed enumerator; the
             // others through the sequence protocol (sq_item until IndexError).
             // A typed enumerable iterates as the typed iterable wrapper of its element type does.
-            string tpIter = t.IterableOf != null ? GenericNames.TpIter(t.IterableOf)
+            string tpIter = t.IterableOf != null ? t.IterableOf.TpIter
                 : coll && t.IsEnumerable ? "wrpPye_collection_tp_iter" : "nullptr";
             w.Line(tpIter + ", // tp_iter");
             w.Line("nullptr, // tp_iternext");

@@ -62,6 +62,8 @@ namespace Orvane.WrpGen.Model
         public List<SkippedEntry> Skipped { get; } = new();
         /// <summary>Typed collection instantiations, in generation order.</summary>
         public List<GenericInstance> Generics { get; } = new();
+        /// <summary>The names every typed instantiation shares.</summary>
+        public GenericModuleNames GenericNames { get; set; } = null!;
         /// <summary>The module-wide C++ units.</summary>
         public ModuleUnits Units { get; set; } = null!;
         /// <summary>Imports the sibling modules' converter capsules; publishes this module's.</summary>

@@ -69,3 +69,38 @@ namespace Orvane.WrpGen.Model
         public UnitName CapsuleExport { get; init; } = null!;
     }
 }
+
+namespace Orvane.WrpGen.Model
+{
+    /// <summary>The Python wrapper types of one typed instantiation.</summary>
+    internal enum GenericWrapper { List, Array, Iterable, Iter }
+
+    /// <summary>
+    /// One wrapper type of an instantiation: its Python name, its PyGnType, the
+    /// binding of its host entries and the typed O&amp; converter of parameters
+    /// crossing as it (null: enumerators go through the untyped one).
+    /// </summary>
+    internal sealed record GenericWrapperNames(GenericWrapper Kind, string PyName, string Type, string Binding, string? Converter)
+    {
+        /// <summary>The PyTypeObject inside <see cref="Type"/>.</summary>
+        public string TypeObject => Type + ".type";
+    }
+
+    /// <summary>A generic host of an instantiation: the native host class and its managed proxy class.</summary>
+    internal sealed record GenericHostNames(string Native, string ManagedClass, string ManagedNamespace)
+    {
+        public string Managed => ManagedNamespace + "." + ManagedClass;
+    }
+
+    /// <summary>The names every instantiation shares (set by the naming pass).</summary>
+    internal sealed class GenericModuleNames
+    {
+        /// <summary>Readies every wrapper type; the root module's builder calls it first.</summary>
+        public string ReadyTypes { get; init; } = "";
+        /// <summary>The C# namespace of the element classes and host proxies.</summary>
+        public string ManagedNamespace { get; init; } = "";
+    }
+
+    /// <summary>A typed callback table managed code reads Python sequences through: its function and its table.</summary>
+    internal sealed record CallbackNames(string Function, string Table);
+}

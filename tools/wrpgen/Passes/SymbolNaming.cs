@@ -47,6 +47,50 @@ namespace Orvane.WrpGen.Passes
                 t.Cpp = Name(t);
             foreach (var t in model.ObjectTypes)
                 NameMembers(t);
+            model.GenericNames = new GenericModuleNames
+            {
+                ReadyTypes = "wrpPygn_tyrd_FFFFFFFF_generic_types",
+                ManagedNamespace = "Orvane.WrpGen.Generic",
+            };
+            foreach (var g in model.Generics)
+                NameInstance(g, model.GenericNames.ManagedNamespace);
+        }
+
+        /// <summary>Everything of one instantiation carries its identifier.</summary>
+        private static void NameInstance(GenericInstance g, string managedNamespace)
+        {
+            string id = g.Id;
+            GenericWrapperNames Wrapper(GenericWrapper kind, string pyName, string? converted)
+            {
+                string infix = "_" + pyName;
+                return new GenericWrapperNames(kind, $"{infix}_{id}", $"wrpPygn_tyds_{id}{infix}", $"wrpPygn_bind_{id}{infix}",
+                    converted == null ? null : $"wrpPygn_conv_py_to_clr_{converted}_{id}");
+            }
+            g.Wrappers.Clear();
+            if (g.HasList) g.Wrappers.Add(Wrapper(GenericWrapper.List, "IListWrapper", "list"));
+            if (g.HasArray) g.Wrappers.Add(Wrapper(GenericWrapper.Array, "ArrayWrapper", "array"));
+            g.Wrappers.Add(Wrapper(GenericWrapper.Iterable, "IterableWrapper", "iterable"));
+            g.Wrappers.Add(Wrapper(GenericWrapper.Iter, "IterWrapper", null));
+
+            var proxies = new (string Kind, string Proxy)[]
+            {
+                ("ICol", "SiApiCntCollection"), ("IList", "SiApiCntList"), ("Array", "SiApiArray"),
+                ("Iterable", "SiApiEnumerable"), ("Iter", "SiApiEnumerator"),
+            };
+            g.Hosts.Clear();
+            foreach (var (kind, proxy) in proxies.Where(p => (g.HasList || p.Kind is not ("ICol" or "IList")) && (g.HasArray || p.Kind != "Array")))
+                g.Hosts.Add(kind, new GenericHostNames($"PyHost_gn_{kind}_{id}", $"{proxy}_{id}", managedNamespace));
+
+            g.ElementToPy = "wrpPygn_elem_to_py_" + id;
+            g.ElementToClr = "wrpPygn_elem_to_clr_" + id;
+            g.ElementTable = "wrpPygn_elem_" + id;
+            g.TpIter = "wrpPygn_tp_iter_" + id;
+            g.ElementClass = "Element_" + id;
+            g.ElementClassFullName = $"global::{managedNamespace}.{g.ElementClass}";
+            g.ProxyFile = $"{managedNamespace}.{id}.cs";
+            g.ListCallbacks = new CallbackNames($"fn_clbk_pylist_{id}_get_item", $"m_pygn_pylist_{id}_callbacks");
+            g.SeqCallbacks = new CallbackNames($"fn_clbk_pyseq_{id}_get_item", $"m_pygn_pyseq_{id}_callbacks");
+            g.IterCallbacks = new CallbackNames($"fn_clbk_pyiter_{id}_iter_next", $"m_pygn_pyiter_{id}_callbacks");
         }
 
         private static TypeSymbols Name(BoundType t) => new()
