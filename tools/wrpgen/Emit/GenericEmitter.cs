@@ -223,8 +223,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("PyShlErr_ModuleImportError(definition.m_name, 0);");
             w.Line("return nullptr;");
             w.Close();
-            foreach (var g in model.Generics)
-            foreach (var wrapper in g.Wrappers)
+            foreach (var (g, wrapper) in model.Generics.SelectMany(g => g.Wrappers.Select(w => (g, w))))
             {
                 string type = "&" + wrapper.TypeObject;
                 string pyName = CodeWriter.Quote(wrapper.PyName);
