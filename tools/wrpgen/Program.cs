@@ -49,7 +49,7 @@ namespace Orvane.WrpGen
         /// <summary>
         /// Builds the model from metadata and runs every pass over it: binding
         /// kinds, names, what cannot be bound, overload groups, typed collections,
-        /// the report, the Python tables and the entry plan.
+        /// the report, the Python tables, the C++ symbol names and the entry plan.
         /// </summary>
         public static BindingModel Analyse(AssemblyLoader loader, Options o)
         {
@@ -64,6 +64,7 @@ namespace Orvane.WrpGen
             Naming.NameInstances(model);
             SkippedReport.Collect(model);
             MemberSharing.Run(model);
+            SymbolNaming.Run(model);
             EntryPlan.Run(model);
             return model;
         }

@@ -1,5 +1,8 @@
 using System;
+using System.Collections.Generic;
 using System.Linq;
+using System.Text.RegularExpressions;
+using Orvane.WrpGen;
 using Orvane.WrpGen.Model;
 using Orvane.WrpGen.Passes;
 using Xunit;
@@ -163,6 +166,126 @@ namespace WrpGen.Tests
             Assert.Equal(new[] { rect, shape }, move.Candidates.Select(c => c.Owner));
             Assert.Contains(move.Candidates[1].Method, shape.ExportedCandidates);
             Assert.Equal(SlotSource.Inherited, rect.PyProperties.Single(p => p.PyName == "x").Source);
+        }
+
+        /// <summary>Every C++ name the naming pass stored, each owner's once; functions private to a unit qualified by its namespace.</summary>
+        private IEnumerable<string> StoredSymbols()
+        {
+            var m = _f.Model;
+            foreach (var t in m.Types)
+            {
+                var c = t.Cpp;
+                yield return c.Host;
+                if (t.IsEnum || t.HasStaticInitialiser)
+                    yield return c.Initialiser;
+                if (t.IsEnum)
+                    continue;
+                yield return c.UnitNamespace;
+                yield return c.TypeObject;
+                yield return c.IsNotValid;
+                yield return c.PyToClr;
+                yield return c.ClrToPy;
+                if (t.Indexer != null && t.IsInterface)
+                {
+                    yield return c.SharedItem;
+                    yield return c.SharedSubscript;
+                }
+                foreach (var p in t.Properties.Where(p => p.IsBound))
+                {
+                    if (p.Getter != null) yield return p.Getter.Qualified;
+                    if (p.Setter != null) yield return p.Setter.Qualified;
+                }
+                foreach (var slot in t.PyMethods.Where(s => s.Source == SlotSource.Local))
+                    yield return slot.Function.Qualified;
+                foreach (var e in t.ExportedCandidates)
+                    yield return e.ExportedFunction!;
+            }
+            foreach (var mod in m.Modules)
+            {
+                yield return mod.Cpp.Builder;
+                yield return mod.Cpp.MethodTable;
+                yield return mod.Cpp.Definition.Name;
+                if (mod.HasStaticFields)
+                    yield return mod.Cpp.StaticsInitialiser;
+            }
+            yield return m.CapsuleExport;
+            foreach (var u in new[] { m.Units.Generic, m.Units.Modules })
+                yield return u.Namespace;
+            yield return m.GenericNames.ReadyTypes;
+            foreach (var g in m.Generics)
+            {
+                yield return g.TpIter;
+                foreach (var w in g.Wrappers)
+                {
+                    yield return w.Type;
+                    yield return w.Binding;
+                    if (w.Converter != null)
+                        yield return w.Converter;
+                }
+                foreach (var h in g.Hosts.Values)
+                    yield return h.Native;
+            }
+        }
+
+        [Fact]
+        public void TheNamingPassNamesEveryCppSymbolOnceAndTheEmittersUseExactlyThoseNames()
+        {
+            var stored = StoredSymbols().ToList();
+            var duplicates = stored.GroupBy(n => n).Where(g => g.Count() > 1).Select(g => g.Key).ToList();
+            Assert.Empty(duplicates);
+            Assert.DoesNotContain(stored, string.IsNullOrEmpty);
+
+            // Every generated name of these families in the output is one the pass stored, and every stored one is used.
+            var bare = stored.Select(n => n.Substring(n.LastIndexOf(':') + 1)).ToHashSet();
+            string output = _f.Render(Generator.Emitters.Select(e => e.Run).ToArray());
+            var family = new Regex(@"\b(?:PyHost_(?:cs|gn)_\w+|wrpu_\w+|wrpPy_(?:tyds|is_not_valid|eypi|blts|phfn|pafn|htfn|hgfn|mtfn|mgfn|htgn|mlit|mlmd|mlds|imtf|cexp)_\w+|wrpPygn_(?:tyds|bind|tyrd|tp_iter|conv_py_to_clr)_\w+)");
+            var emitted = family.Matches(output).Select(x => x.Value).ToHashSet();
+            Assert.Empty(emitted.Except(bare));
+            Assert.Empty(bare.Where(n => family.IsMatch(n)).Except(emitted));
+        }
+
+        [Fact]
+        public void SharedMembersAreNamedOnceByTheirProviderAndPrivateOnesInTheirTypesUnit()
+        {
+            var doc = T("Document");
+            var idoc = T("IDocument");
+            Assert.NotEqual(doc.Cpp.Host, idoc.Cpp.Host);
+            Assert.Contains(doc.Id, doc.Cpp.TypeObject);
+
+            // Document's close is IDocument's exported dispatcher: one global function both tables name.
+            var close = doc.PyMethods.Single(m => m.PyName == "close");
+            var own = idoc.PyMethods.Single(m => m.PyName == "close");
+            Assert.Equal(own.Function, close.Function);
+            Assert.Null(close.Function.Namespace);
+            Assert.Equal(close.Function.Name, close.Function.From(doc.Cpp.UnitNamespace));
+
+            // Rectangle's move is its own, private to its unit: named bare inside, qualified outside.
+            var rect = _f.Type("Wrp.Fixture.Shapes.Rectangle");
+            var move = rect.PyMethods.Single(m => m.PyName == "move").Function;
+            Assert.Equal(rect.Cpp.UnitNamespace, move.Namespace);
+            Assert.Equal(move.Name, move.From(rect.Cpp.UnitNamespace));
+            Assert.Equal(rect.Cpp.UnitNamespace + "::" + move.Name, move.From(doc.Cpp.UnitNamespace));
+
+            // The overload Rectangle's dispatcher borrows from Shape is exported under a name of Shape's.
+            var shape = _f.Type("Wrp.Fixture.Shapes.Shape");
+            Assert.All(shape.ExportedCandidates, m => Assert.Contains(shape.Id, m.ExportedFunction));
+            Assert.All(shape.Methods.Where(m => !shape.ExportedCandidates.Contains(m)), m => Assert.Null(m.ExportedFunction));
+        }
+
+        [Fact]
+        public void TypedCollectionsCrossAsTheNamedWrapperOfTheirInstance()
+        {
+            var page = T("IPage");
+            var g = _f.Model.Generics.Single(x => x.Element.Bound == page);
+            Assert.Equal(new[] { GenericWrapper.List, GenericWrapper.Array, GenericWrapper.Iterable, GenericWrapper.Iter },
+                         g.Wrappers.Select(w => w.Kind));
+            Assert.Equal(g.Wrappers.Count, g.Wrappers.Select(w => w.PyName).Distinct().Count());
+            Assert.Null(g.Wrapper(GenericWrapper.Iter).Converter);
+
+            var pages = Method(T("Kinds"), "Pages");
+            Assert.Same(g.Wrapper(GenericWrapper.List), pages.Parameters[0].Type.Wrapper);
+            Assert.Same(g.Wrapper(GenericWrapper.Iterable), pages.Result.Wrapper);
+            Assert.Same(g, page.IterableOf == null ? T("IPageCollection").IterableOf : page.IterableOf);
         }
     }
 }

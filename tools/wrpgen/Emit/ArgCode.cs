@@ -21,7 +21,7 @@ namespace Orvane.WrpGen.Emit
 
         public static void EmitKeywords(CodeWriter w, MethodModel m, string name = "kw")
         {
-            var items = m.Parameters.Select(p => Symbols.Quote(p.PyName)).Append("nullptr");
+            var items = m.Parameters.Select(p => CodeWriter.Quote(p.PyName)).Append("nullptr");
             w.Line($"static const char* {name}[] = {{{string.Join(", ", items)}}};");
         }
 
@@ -29,7 +29,7 @@ namespace Orvane.WrpGen.Emit
         public static string Parse(MethodModel m, string kw = "kw")
         {
             string format = string.Concat(Enumerable.Repeat("O&", m.Parameters.Count));
-            var parts = new List<string> { "args", "kwargs", Symbols.Quote(format), $"const_cast<char**>({kw})" };
+            var parts = new List<string> { "args", "kwargs", CodeWriter.Quote(format), $"const_cast<char**>({kw})" };
             for (int i = 0; i < m.Parameters.Count; i++)
             {
                 parts.Add($"(wrp_o_conv)&{CppTypes.Converter(m.Parameters[i].Type)}");
@@ -50,7 +50,7 @@ namespace Orvane.WrpGen.Emit
                           .Select(x => $"a{x.i}").ToList();
             if (m.IsCtor)
             {
-                w.Line($"((PyClrObject*)self)->clr_handle = {Symbols.Host(m.Owner)}::get_instance()->{m.EntryName}({string.Join(", ", args)});");
+                w.Line($"((PyClrObject*)self)->clr_handle = {m.Owner.Cpp.Host}::get_instance()->{m.EntryName}({string.Join(", ", args)});");
                 if (byRefs.Count == 0)
                 {
                     w.Line("return PyErr_Occurred() ? -1 : 0;");
@@ -67,7 +67,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line("return status;");
                 return;
             }
-            ArgCode.EmitCallAndReturn(w, m.Result, $"{Symbols.Host(m.Owner)}::get_instance()->{m.EntryName}(", args, byRefs);
+            ArgCode.EmitCallAndReturn(w, m.Result, $"{m.Owner.Cpp.Host}::get_instance()->{m.EntryName}(", args, byRefs);
         }
 
         /// <summary>Static methods refuse to run when the class (or what it depends on) could not bind.</summary>

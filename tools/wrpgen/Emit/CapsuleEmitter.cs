@@ -21,7 +21,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitImport(EmitContext ctx)
         {
-            var unit = ctx.Unit("capsule_import", "Converters imported from sibling modules");
+            var unit = ctx.Unit(ctx.Model.Units.CapsuleImport, "Converters imported from sibling modules");
             var w = unit.Public[Section.Capsules];
             foreach (var s in ctx.Model.SiblingTypes)
             {
@@ -29,7 +29,7 @@ namespace Orvane.WrpGen.Emit
                 ctx.Declare(Section.Capsules, $"extern int (*{s.PyToClrSlot})(PyObject*, void**);");
                 ctx.Declare(Section.Capsules, $"extern PyObject* (*{s.ClrToPySlot})(const PyObjectOutArg&);");
                 ctx.Declare(Section.Capsules, $"int {s.PyToClrTrampoline}(PyObject* obj, void** out);");
-                ctx.Declare(Section.Capsules, $"PyObject* wrpPyl_conv_clr_to_py_{s.Id}_{s.Name}(const PyObjectOutArg& arg);");
+                ctx.Declare(Section.Capsules, $"PyObject* {s.ClrToPyTrampoline}(const PyObjectOutArg& arg);");
                 w.Line($"int (*{s.PyToClrSlot})(PyObject*, void**) = nullptr;");
                 w.Line($"PyObject* (*{s.ClrToPySlot})(const PyObjectOutArg&) = nullptr;");
                 w.Line();
@@ -41,7 +41,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line($"return {s.PyToClrSlot}(obj, out);");
                 w.Close();
                 w.Line();
-                w.Open($"PyObject* wrpPyl_conv_clr_to_py_{s.Id}_{s.Name}(const PyObjectOutArg& arg)");
+                w.Open($"PyObject* {s.ClrToPyTrampoline}(const PyObjectOutArg& arg)");
                 w.Open($"if (!{s.ClrToPySlot})");
                 w.Line("// Nobody else will own the handle: release it before failing.");
                 w.Line("if (arg.handle)").Indent().Line("ExchangeHost::get_instance()->free_instance(arg.handle);").Outdent();
@@ -52,21 +52,21 @@ namespace Orvane.WrpGen.Emit
                 w.Close();
                 w.Line();
             }
-            string fn = Symbols.CapsuleImport(ctx.Model.Root);
+            string fn = ctx.Model.CapsuleImport;
             ctx.Declare(Section.Capsules, $"int {fn}();");
             w.Open($"int {fn}()");
             foreach (var group in ctx.Model.SiblingTypes.GroupBy(s => s.RootModule))
             {
                 w.Open("");
-                w.Line($"PyObject* sibling = PyImport_ImportModule({Symbols.Quote(group.Key)});");
+                w.Line($"PyObject* sibling = PyImport_ImportModule({CodeWriter.Quote(group.Key)});");
                 w.Open("if (!sibling)");
-                w.Line($"PyShlErr_ModuleImportError({Symbols.Quote(group.Key)}, -2);");
+                w.Line($"PyShlErr_ModuleImportError({CodeWriter.Quote(group.Key)}, -2);");
                 w.Line("return -1;");
                 w.Close();
                 w.Line("static const struct { const char* name; void** py_to_clr; void** clr_to_py; } capsules[] = {");
                 w.Indent();
                 foreach (var s in group)
-                    w.Line($"{{{Symbols.Quote(s.CapsuleName)}, reinterpret_cast<void**>(&{s.PyToClrSlot}), reinterpret_cast<void**>(&{s.ClrToPySlot})}},");
+                    w.Line($"{{{CodeWriter.Quote(s.CapsuleName)}, reinterpret_cast<void**>(&{s.PyToClrSlot}), reinterpret_cast<void**>(&{s.ClrToPySlot})}},");
                 w.Outdent().Line("};");
                 w.Open("for (const auto& capsule : capsules)");
                 w.Line("void** table = static_cast<void**>(PyCapsule_Import(capsule.name, 0));");
@@ -88,20 +88,20 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitExport(EmitContext ctx)
         {
-            var unit = ctx.Unit("capsule_export", "Converter capsules this module exports");
+            var unit = ctx.Unit(ctx.Model.Units.CapsuleExport, "Converter capsules this module exports");
             var w = unit.Public[Section.Capsules];
             var types = ctx.Model.ObjectTypes.ToList();
-            string fn = Symbols.CapsuleExport(ctx.Model.Root);
+            string fn = ctx.Model.CapsuleExport;
             ctx.Declare(Section.Capsules, $"int {fn}(PyObject* root);");
             w.Open($"int {fn}(PyObject* root)");
             foreach (var t in types)
-                w.Line($"static void* table_{t.Tag}[2] = {{(void*)&{Symbols.PyToClr(t)}, (void*)&{Symbols.ClrToPy(t)}}};");
+                w.Line($"static void* {t.Cpp.CapsuleTable}[2] = {{(void*)&{t.Cpp.PyToClr}, (void*)&{t.Cpp.ClrToPy}}};");
             w.Line("static const struct { const char* module; const char* attribute; const char* name; void* table; } capsules[] = {");
             w.Indent();
             foreach (var t in types)
-                w.Line($"{{{Symbols.Quote(t.Module.PyName)}, {Symbols.Quote("_C_APIT_" + t.Name)}, {Symbols.Quote(t.Module.PyName + "._C_APIT_" + t.Name)}, table_{t.Tag}}},");
+                w.Line($"{{{CodeWriter.Quote(t.Module.PyName)}, {CodeWriter.Quote(t.Cpp.CapsuleAttribute)}, {CodeWriter.Quote(t.Cpp.CapsuleName)}, {t.Cpp.CapsuleTable}}},");
             w.Outdent().Line("};");
-            w.Line($"const char* root_name = {Symbols.Quote(ctx.Model.PythonModule)};");
+            w.Line($"const char* root_name = {CodeWriter.Quote(ctx.Model.PythonModule)};");
             w.Open("for (const auto& capsule : capsules)");
             w.Line("// The root is not in sys.modules yet while it is being imported; submodules are.");
             w.Line("PyObject* target = std::strcmp(capsule.module, root_name) == 0 ? root : PyDict_GetItemString(PyImport_GetModuleDict(), capsule.module);");

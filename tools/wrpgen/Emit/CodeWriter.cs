@@ -7,6 +7,9 @@ namespace Orvane.WrpGen.Emit
     internal sealed class CodeWriter
     {
         private readonly StringBuilder _sb = new();
+
+        /// <summary>A C/C++ string literal.</summary>
+        public static string Quote(string s) => "\"" + s.Replace("\\", "\\\\").Replace("\"", "\\\"") + "\"";
         private int _indent;
 
         public CodeWriter Line(string text = "")

@@ -35,32 +35,26 @@ namespace Orvane.WrpGen.Emit
         public static BoundType? SharedFrom(BoundType t) =>
             t.Interfaces.FirstOrDefault(i => i != t && i.Indexer != null && i.Indexer.Element.Clr == t.Indexer!.Element.Clr);
 
-        public static string SharedItem(BoundType provider) => $"wrpPy_blts_{provider.Tag}_sq_item";
-        public static string SharedSubscript(BoundType provider) => $"wrpPy_blts_{provider.Tag}_mp_subscript_sizable";
-
         private static void EmitShared(EmitContext ctx, CodeWriter w, BoundType t)
         {
-            string slots = $"{Symbols.UnitNamespace(t)}::wrpPy_blsd";
-            ctx.Declare(Section.CollectionSlots, $"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i);");
-            ctx.Declare(Section.CollectionSlots, $"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key);");
+            string slots = $"{t.Cpp.UnitNamespace}::wrpPy_blsd";
+            ctx.Declare(Section.CollectionSlots, $"PyObject* {t.Cpp.SharedItem}(PyObject* self, Py_ssize_t i);");
+            ctx.Declare(Section.CollectionSlots, $"PyObject* {t.Cpp.SharedSubscript}(PyObject* self, PyObject* key);");
             w.Line("// The element reads of this collection interface, shared with the types implementing it.");
-            w.Line($"PyObject* {SharedItem(t)}(PyObject* self, Py_ssize_t i) {{ return wrpPye_bltp_coll_sq_item(self, i, &{slots}); }}");
-            w.Line($"PyObject* {SharedSubscript(t)}(PyObject* self, PyObject* key)");
+            w.Line($"PyObject* {t.Cpp.SharedItem}(PyObject* self, Py_ssize_t i) {{ return wrpPye_bltp_coll_sq_item(self, i, &{slots}); }}");
+            w.Line($"PyObject* {t.Cpp.SharedSubscript}(PyObject* self, PyObject* key)");
             w.Line($"{{ return wrpPye_bltp_coll_mp_subscript(self, key, &{slots}); }}");
             w.Line();
         }
 
-        public static string SequenceTable(BoundType t) => $"wrpPy_tysd_{t.Name}";
-        public static string MappingTable(BoundType t) => $"wrpPy_tygd_{t.Name}";
-
         private static string ElementToPy(TypeRef e) => e.Kind == BindKind.Object
-            ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}"
-            : $"wrpPyl_conv_clr_to_py_{e.Sibling!.Id}_{e.Sibling.Name}";
+            ? e.Bound!.Cpp.ClrToPy
+            : e.Sibling!.ClrToPyTrampoline;
 
         private static void Emit(CodeWriter w, BoundType t, BoundType? shared)
         {
             var ix = t.Indexer!;
-            string host = $"{Symbols.Host(t)}::get_instance()";
+            string host = $"{t.Cpp.Host}::get_instance()";
             bool write = ix.CanWrite;
             w.Line("// Element entries of the collection, as the shared slot algorithms call them.");
             w.Line($"static int32_t wrpPy_blen_length(void* h) {{ return {host}->sq_length(h); }}");
@@ -98,8 +92,8 @@ namespace Orvane.WrpGen.Emit
             }
             else
             {
-                item = SharedItem(shared);
-                subscript = SharedSubscript(shared);
+                item = shared.Cpp.SharedItem;
+                subscript = shared.Cpp.SharedSubscript;
             }
             w.Line("static int wrpPy_bltp_sq_contains(PyObject* self, PyObject* value) { return wrpPye_bltp_coll_sq_contains(self, value, &wrpPy_blsd); }");
             w.Line("static PyObject* wrpPy_bltp_sq_concat(PyObject* self, PyObject* other) { return wrpPye_bltp_coll_sq_concat(self, other, &wrpPy_blsd); }");
@@ -112,7 +106,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line("{ return wrpPye_bltp_coll_mp_ass_subscript(self, key, value, &wrpPy_blsd); }");
             }
             w.Line();
-            w.Line($"static PySequenceMethods {SequenceTable(t)} = {{");
+            w.Line($"static PySequenceMethods {t.Cpp.SequenceTable} = {{");
             w.Indent();
             w.Line("wrpPy_bltp_sq_length, // sq_length");
             w.Line("wrpPy_bltp_sq_concat, // sq_concat");
@@ -125,7 +119,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("nullptr, // sq_inplace_concat");
             w.Line("nullptr, // sq_inplace_repeat");
             w.Outdent().Line("};");
-            w.Line($"static PyMappingMethods {MappingTable(t)} = {{");
+            w.Line($"static PyMappingMethods {t.Cpp.MappingTable} = {{");
             w.Indent();
             w.Line("wrpPy_bltp_sq_length, // mp_length");
             w.Line(subscript + ", // mp_subscript");

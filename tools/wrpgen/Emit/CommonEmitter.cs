@@ -8,7 +8,7 @@ namespace Orvane.WrpGen.Emit
     {
         public static void Run(EmitContext ctx)
         {
-            var w = ctx.Unit("common", "Helpers shared by the generated functions").Public[Section.Common];
+            var w = ctx.Unit(ctx.Model.Units.Common, "Helpers shared by the generated functions").Public[Section.Common];
             ctx.Declare(Section.Common, "PyObject* wrpPy_dispatch_take_error();");
             ctx.Declare(Section.Common, "void wrpPy_dispatch_release(PyObject** errors, int count);");
             ctx.Declare(Section.Common, "PyObject* wrpPy_dispatch_fail(PyObject** errors, int count);");

@@ -106,7 +106,7 @@ namespace Orvane.WrpGen.Emit
         {
             BindKind.String => "fn_conv_py_string_to_clr_string",
             BindKind.Bytes => "fn_conv_py_bytes_to_clr_bytes",
-            BindKind.Object => $"wrpPy_conv_py_to_clr_{t.Bound!.Tag}",
+            BindKind.Object => t.Bound!.Cpp.PyToClr,
             BindKind.SiblingObject => t.Sibling!.PyToClrTrampoline,
             BindKind.Disposable => DisposableConverter,
             BindKind.DateTime => "fn_conv_py_datetime_to_clr_datetime",
@@ -116,7 +116,7 @@ namespace Orvane.WrpGen.Emit
             BindKind.Guid => "fn_conv_py_uuid_to_clr_guid",
             BindKind.Variant => "fn_conv_py_variant_to_clr_variant",
             BindKind.Stream => "wrpPye_conv_py_to_clr_stream",
-            BindKind.Collection when GenericNames.ConverterOf(t) is { } typed => typed,
+            BindKind.Collection when t.Wrapper?.Converter is { } typed => typed,
             BindKind.Collection => "wrpPye_conv_py_to_clr_" + CollectionKindName(t),
             BindKind.Nullable => NullableConverter,
             BindKind.ByRef => "fn_conv_py_parbyref_to_clr_parbyref",
@@ -209,15 +209,15 @@ namespace Orvane.WrpGen.Emit
         /// <summary>Python object from a collection or stream result record <paramref name="v"/>.</summary>
         public static string CollectionToPy(TypeRef r, string v) =>
             r.Kind == BindKind.Stream ? $"wrpPye_conv_clr_stream_to_py({v})"
-            : r.Generic != null ? $"wrpPye_gn_result_to_py({v}, &{GenericNames.GnType(r.Generic, GenericNames.WrapperOf(r))})"
+            : r.Generic != null ? $"wrpPye_gn_result_to_py({v}, &{r.Wrapper!.Type})"
             : $"wrpPye_conv_clr_{CollectionKindName(r)}_to_py({v})";
 
         /// <summary>Python object from an object result record <paramref name="v"/>.</summary>
         public static string ObjectToPy(TypeRef r, string v) => r.Kind switch
         {
-            BindKind.Object when Kinds.Shape(r) == ResultShape.Handle => $"fn_conv_clr_clsobj_to_py_clsobj({v}, &wrpPy_tyds_{r.Bound!.Tag})",
-            BindKind.Object => $"wrpPy_conv_clr_to_py_{r.Bound!.Tag}({v})",
-            BindKind.SiblingObject => $"wrpPyl_conv_clr_to_py_{r.Sibling!.Id}_{r.Sibling.Name}({v})",
+            BindKind.Object when Kinds.Shape(r) == ResultShape.Handle => $"fn_conv_clr_clsobj_to_py_clsobj({v}, &{r.Bound!.Cpp.TypeObject})",
+            BindKind.Object => $"{r.Bound!.Cpp.ClrToPy}({v})",
+            BindKind.SiblingObject => $"{r.Sibling!.ClrToPyTrampoline}({v})",
             BindKind.Disposable => $"fn_conv_clr_ifcimpl_to_py_ifcimpl({v}, &{DisposableType})",
             var k => throw new ArgumentOutOfRangeException(nameof(r), k, null),
         };

@@ -122,7 +122,7 @@ namespace Orvane.WrpGen.Emit
                 case CollectionKind.CollectionBase: return $"Collections.CollectionBaseFromArg({name})";
                 case CollectionKind.ReadOnlyCollectionBase: return $"Collections.ReadOnlyCollectionBaseFromArg({name})";
                 case CollectionKind.TypedArray when t.Generic is { ArrayParameter: true } g:
-                    return $"GenericArgs.ArrayFromArg<{element}>({name}, {g.PyListTable}, {g.PySeqTable}, &{GenericNames.ElementClass(g)}.Read)";
+                    return $"GenericArgs.ArrayFromArg<{element}>({name}, {g.PyListTable}, {g.PySeqTable}, &{g.ElementClassFullName}.Read)";
                 case CollectionKind.TypedArray: return $"Collections.ArrayFromArg<{element}>({name})";
                 case CollectionKind.GenericList:
                     return t.Clr.GetGenericTypeDefinition().FullName == "System.Collections.Generic.List`1"
@@ -130,7 +130,7 @@ namespace Orvane.WrpGen.Emit
                         : $"TypedCollections.ListFromArg<{element}>({name})";
                 case CollectionKind.GenericCollection: return $"TypedCollections.ListFromArg<{element}>({name})";
                 case CollectionKind.GenericEnumerable when t.Generic is { EnumerableParameter: true } g:
-                    return $"GenericArgs.EnumerableFromArg<{element}>({name}, {g.PyIterTable}, &{GenericNames.ElementClass(g)}.Read)";
+                    return $"GenericArgs.EnumerableFromArg<{element}>({name}, {g.PyIterTable}, &{g.ElementClassFullName}.Read)";
                 case CollectionKind.GenericEnumerable: return $"TypedCollections.EnumerableFromArg<{element}>({name})";
                 case CollectionKind.GenericEnumerator: return $"TypedCollections.EnumeratorFromArg<{element}>({name})";
                 default: throw new ArgumentOutOfRangeException(nameof(t), t.Collection, null);
@@ -194,7 +194,7 @@ namespace Orvane.WrpGen.Emit
             BindKind.Decimal => $"*result = Decimals.FromDecimal({value});",
             BindKind.Guid => $"Guids.ToBytes({value}, result);",
             BindKind.Stream => $"Collections.WriteStreamResult(result, {value});",
-            BindKind.Collection when r.Generic != null && GenericNames.WrapperOf(r) == GenericWrapper.List =>
+            BindKind.Collection when r.Generic != null && r.WrapperKind == GenericWrapper.List =>
                 $"GenericEntries<{TypeName(r.Element!.Clr)}>.WriteListResult(result, {value});",
             BindKind.Collection when r.Generic != null => $"Collections.WriteResult(result, {value});",
             BindKind.Collection when r.Element != null && r.Collection != CollectionKind.TypedArray =>

@@ -52,9 +52,9 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitDispatcher(EmitContext ctx, CppUnit unit, BoundType t, PyMethodSlot slot)
         {
-            bool shared = Symbols.IsShared(t) && !slot.IsStatic;
+            bool shared = slot.Function.Namespace == null;
             var w = shared ? unit.Public[Section.Dispatchers] : unit.Private[Section.Dispatchers];
-            string name = Symbols.Local(Symbols.MethodFn(slot));
+            string name = slot.Function.Name;
             if (shared)
                 ctx.Declare(Section.Dispatchers, $"PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs);");
             w.Open($"{(shared ? "" : "static ")}PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs)");
@@ -72,7 +72,7 @@ namespace Orvane.WrpGen.Emit
                 }
                 w.Open("");
                 w.Line($"// {m.Owner.Name}.{m.Name}, overload {m.Number}");
-                w.Line($"PyObject* result = {Symbols.Htgn(m)}(self, args, kwargs, &errors[{i}]);");
+                w.Line($"PyObject* result = {m.ExportedFunction}(self, args, kwargs, &errors[{i}]);");
                 w.Open($"if (!errors[{i}])");
                 w.Line($"wrpPy_dispatch_release(errors, {i});");
                 w.Line("return result;");
@@ -101,7 +101,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitExportedCandidate(EmitContext ctx, CodeWriter w, MethodModel m)
         {
-            string name = Symbols.Htgn(m);
+            string name = m.ExportedFunction!;
             string signature = $"PyObject* {name}(PyObject* self, PyObject* args, PyObject* kwargs, PyObject** error_value)";
             ctx.Declare(Section.Dispatchers, signature + ";");
             w.Line($"// {m.Owner.Name}.{m.Name}, overload {m.Number}, as a candidate of other types' dispatchers:");

@@ -96,19 +96,19 @@ namespace Orvane.WrpGen.Emit
         {
             if (!_typeUnits.TryGetValue(t, out var unit))
             {
-                unit = new CppUnit($"units/{t.Tag}.inc", $"{t.FullName} ({t.PythonFullName})", Symbols.UnitNamespace(t), t.FullName);
+                unit = new CppUnit(t.Cpp.UnitFile, $"{t.FullName} ({t.PythonFullName})", t.Cpp.UnitNamespace, t.FullName);
                 _typeUnits.Add(t, unit);
             }
             return unit;
         }
 
         /// <summary>A module-wide unit (module builders, capsules, shared helpers).</summary>
-        public CppUnit Unit(string name, string title)
+        public CppUnit Unit(UnitName name, string title)
         {
-            if (!_namedUnits.TryGetValue(name, out var unit))
+            if (!_namedUnits.TryGetValue(name.Key, out var unit))
             {
-                unit = new CppUnit($"units/{name}.inc", title, "wrpu_" + name, name);
-                _namedUnits.Add(name, unit);
+                unit = new CppUnit(name.File, title, name.Namespace, name.Key);
+                _namedUnits.Add(name.Key, unit);
             }
             return unit;
         }

@@ -17,7 +17,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void Emit(EmitContext ctx, CppUnit unit, BoundType t)
         {
-            string host = Symbols.Host(t);
+            string host = t.Cpp.Host;
             var valueKind = Passes.EntryPlan.EnumValueKind(t.EnumUnderlying);
             string cppValue = CppTypes.Scalar(valueKind);
             string toPy = valueKind switch
@@ -27,13 +27,13 @@ namespace Orvane.WrpGen.Emit
                 _ => "PyLong_FromLong",
             };
             var members = t.BoundEnumMembers.ToList();
-            string fn = Symbols.Eypi(t);
+            string fn = t.Cpp.Initialiser;
             ctx.Declare(Section.Enums, $"PyObject* {fn}();");
             var w = unit.Public[Section.Enums];
             w.Open($"PyObject* {fn}()");
             w.Line($"const {host}* host = {host}::get_instance();");
             w.Open("if (host->is_not_valid())");
-            w.Line($"PyShlErr_EnumTypeInitialization(host->error_msg().c_str(), {Symbols.Quote(t.PythonFullName)});");
+            w.Line($"PyShlErr_EnumTypeInitialization(host->error_msg().c_str(), {CodeWriter.Quote(t.PythonFullName)});");
             w.Line("return nullptr;");
             w.Close();
             if (members.Count > 0)
@@ -41,7 +41,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line($"static const struct {{ const char* name; {cppValue} ({host}::*get)() const; }} members[] = {{");
                 w.Indent();
                 foreach (var m in members)
-                    w.Line($"{{{Symbols.Quote(m.PyName)}, &{host}::get_{m.Name}}},");
+                    w.Line($"{{{CodeWriter.Quote(m.PyName)}, &{host}::get_{m.Name}}},");
                 w.Outdent().Line("};");
             }
             w.Line("PyObject* int_enum = fn_import_type_from_module(\"enum\", PyWrpIdTypeName_IntEnum);");
@@ -60,9 +60,9 @@ namespace Orvane.WrpGen.Emit
                 w.Line("if (PyErr_Occurred())").Indent().Line("goto done;").Outdent();
                 w.Close();
             }
-            w.Line($"call_args = Py_BuildValue(\"(sO)\", {Symbols.Quote(t.Name)}, items);");
+            w.Line($"call_args = Py_BuildValue(\"(sO)\", {CodeWriter.Quote(t.Name)}, items);");
             w.Line("// The module keeps the members picklable and their repr pointing at the right place.");
-            w.Line($"call_kwargs = Py_BuildValue(\"{{ss}}\", \"module\", {Symbols.Quote(t.Module.PyName)});");
+            w.Line($"call_kwargs = Py_BuildValue(\"{{ss}}\", \"module\", {CodeWriter.Quote(t.Module.PyName)});");
             w.Line("if (call_args && call_kwargs)").Indent().Line("result = PyObject_Call(int_enum, call_args, call_kwargs);").Outdent();
             w.Outdent().Line("done:").Indent();
             w.Line("Py_XDECREF(call_kwargs);");

@@ -15,7 +15,7 @@ namespace Orvane.WrpGen.Emit
     {
         public static void Run(EmitContext ctx)
         {
-            var unit = ctx.Unit("generic", "Typed collection wrappers");
+            var unit = ctx.Unit(ctx.Model.Units.Generic, "Typed collection wrappers");
             foreach (var g in ctx.Model.Generics)
             {
                 EmitElement(unit.Private[Section.GenericWrappers], g);
@@ -30,29 +30,26 @@ namespace Orvane.WrpGen.Emit
 
         // ---- native element converters and bindings ------------------------------
 
-        private static string Elem(GenericInstance g) => $"wrpPygn_elem_{g.Id}";
-
         private static void EmitElement(CodeWriter w, GenericInstance g)
         {
             var e = g.Element;
-            string toPy = e.Kind == BindKind.Object ? $"wrpPy_conv_clr_to_py_{e.Bound!.Tag}(out)" : "wrpPye_gn_take_object(out)";
+            string toPy = e.Kind == BindKind.Object ? $"{e.Bound!.Cpp.ClrToPy}(out)" : "wrpPye_gn_take_object(out)";
             string storage = e.Kind == BindKind.Object ? "void*" : CppTypes.Storage(e);
             w.Line($"// Elements of type {e.Clr.FullName}.");
-            w.Line($"static PyObject* wrpPygn_elem_to_py_{g.Id}(const PyObjectOutArg& out) {{ return {toPy}; }}");
-            w.Line($"static int wrpPygn_elem_to_clr_{g.Id}(PyObject* obj, void* storage)");
+            w.Line($"static PyObject* {g.ElementToPy}(const PyObjectOutArg& out) {{ return {toPy}; }}");
+            w.Line($"static int {g.ElementToClr}(PyObject* obj, void* storage)");
             w.Line($"{{ return {CppTypes.Converter(e)}(obj, static_cast<{storage}*>(storage)); }}");
-            w.Line($"static const PyGnElement {Elem(g)} = {{wrpPygn_elem_to_py_{g.Id}, wrpPygn_elem_to_clr_{g.Id}}};");
+            w.Line($"static const PyGnElement {g.ElementTable} = {{{g.ElementToPy}, {g.ElementToClr}}};");
             w.Line();
         }
-
-        private static string Binding(GenericInstance g, GenericWrapper k) => $"wrpPygn_bind_{g.Id}{GenericNames.PyName(k)}";
 
         // Each wrapper type's entries: its own proxy's, the length and membership
         // of the collection proxy for lists, and the enumerable's GetEnumerator.
         private static void EmitBindings(CodeWriter w, GenericInstance g)
         {
-            foreach (var k in GenericNames.Wrappers(g))
+            foreach (var wrapper in g.Wrappers)
             {
+                var k = wrapper.Kind;
                 var hosts = k switch
                 {
                     GenericWrapper.List => new[] { "IList", "ICol", "Iterable", "Iter" },
@@ -60,12 +57,12 @@ namespace Orvane.WrpGen.Emit
                     GenericWrapper.Iterable => new[] { "Iterable", "Iter" },
                     _ => new[] { "Iter" },
                 };
-                w.Open($"static const PyGnBinding* {Binding(g, k)}()");
+                w.Open($"static const PyGnBinding* {wrapper.Binding}()");
                 w.Open("static const PyGnBinding binding = []");
                 w.Line("PyGnBinding b;");
                 foreach (var h in hosts)
                 {
-                    w.Line($"const auto* {h.ToLowerInvariant()} = PyHost_gn_{h}_{g.Id}::get_instance();");
+                    w.Line($"const auto* {h.ToLowerInvariant()} = {g.Hosts[h].Native}::get_instance();");
                     w.Open($"if ({h.ToLowerInvariant()}->is_not_valid())");
                     w.Line("b.not_valid = true;");
                     w.Line($"b.message = {h.ToLowerInvariant()}->error_msg();");
@@ -92,9 +89,12 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitTypes(EmitContext ctx, CodeWriter w, GenericInstance g)
         {
-            foreach (var k in GenericNames.Wrappers(g))
+            string unit = ctx.Model.Units.Generic.Namespace;
+            var iterator = g.Wrapper(GenericWrapper.Iter);
+            foreach (var wrapper in g.Wrappers)
             {
-                string type = GenericNames.GnType(g, k);
+                var k = wrapper.Kind;
+                string type = wrapper.Type;
                 ctx.Declare(Section.GenericWrappers, $"extern PyGnType {type};");
                 string kind = k switch
                 {
@@ -103,28 +103,30 @@ namespace Orvane.WrpGen.Emit
                     GenericWrapper.Iterable => "PyGnKind::Iterable",
                     _ => "PyGnKind::Iterator",
                 };
-                w.Line($"PyGnType {type} = {{PyTypeObject{{}}, {kind}, wrpu_generic::{Elem(g)}, &wrpu_generic::{Binding(g, k)}, &{GenericNames.TypeObject(g, GenericWrapper.Iter)}}};");
+                w.Line($"PyGnType {type} = {{PyTypeObject{{}}, {kind}, {unit}::{g.ElementTable}, &{unit}::{wrapper.Binding}, &{iterator.TypeObject}}};");
             }
             w.Line();
 
-            string iter = GenericNames.TpIter(g);
+            string iter = g.TpIter;
             ctx.Declare(Section.GenericWrappers, $"PyObject* {iter}(PyObject* self);");
             w.Line("// tp_iter of the wrappers' types and of generated classes implementing IEnumerable<T>.");
             w.Open($"PyObject* {iter}(PyObject* self)");
-            w.Line($"return wrpPye_gn_tp_iter(self, wrpu_generic::{Binding(g, GenericWrapper.Iterable)}(), &{GenericNames.TypeObject(g, GenericWrapper.Iter)});");
+            w.Line($"return wrpPye_gn_tp_iter(self, {unit}::{g.Wrapper(GenericWrapper.Iterable).Binding}(), &{iterator.TypeObject});");
             w.Close();
             w.Line();
 
-            var conversions = new List<(GenericWrapper Kind, string Name, string What)>();
-            if (g.HasList) conversions.Add((GenericWrapper.List, "list", "List"));
-            if (g.HasArray) conversions.Add((GenericWrapper.Array, "array", "Array"));
-            conversions.Add((GenericWrapper.Iterable, "iterable", "IEnumerable"));
-            foreach (var (k, name, what) in conversions)
+            foreach (var wrapper in g.Wrappers.Where(x => x.Converter != null))
             {
-                string fn = $"wrpPygn_conv_py_to_clr_{name}_{g.Id}";
+                string fn = wrapper.Converter!;
+                string what = wrapper.Kind switch
+                {
+                    GenericWrapper.List => "List",
+                    GenericWrapper.Array => "Array",
+                    _ => "IEnumerable",
+                };
                 ctx.Declare(Section.GenericWrappers, $"int {fn}(PyObject* obj, VariantArg* out);");
                 w.Open($"int {fn}(PyObject* obj, VariantArg* out)");
-                w.Line($"return wrpPye_gn_conv_py_to_clr(obj, out, &{GenericNames.GnType(g, k)}, {Symbols.Quote(what)});");
+                w.Line($"return wrpPye_gn_conv_py_to_clr(obj, out, &{wrapper.Type}, {CodeWriter.Quote(what)});");
                 w.Close();
                 w.Line();
             }
@@ -132,42 +134,46 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitCallbacks(EmitContext ctx, CodeWriter w, GenericInstance g)
         {
-            string elem = $"&wrpu_generic::{Elem(g)}";
+            string elem = $"&{ctx.Model.Units.Generic.Namespace}::{g.ElementTable}";
             if (g.PyListTable >= 0)
             {
-                w.Open($"int32_t fn_clbk_pylist_{g.Id}_get_item(PyObject* list, int32_t index, void* storage)");
+                var c = g.ListCallbacks;
+                w.Open($"int32_t {c.Function}(PyObject* list, int32_t index, void* storage)");
                 w.Line($"return wrpPye_gn_clbk_list_get_item(list, index, storage, {elem});");
                 w.Close();
-                w.Line($"static void* m_pygn_pylist_{g.Id}_callbacks[] = {{reinterpret_cast<void*>(&fn_clbk_pylist_{g.Id}_get_item)}};");
+                w.Line($"static void* {c.Table}[] = {{reinterpret_cast<void*>(&{c.Function})}};");
                 w.Line();
             }
             if (g.PySeqTable >= 0)
             {
-                w.Open($"int32_t fn_clbk_pyseq_{g.Id}_get_item(PyObject* seq, int32_t index, void* storage, PyObject** keep)");
+                var c = g.SeqCallbacks;
+                w.Open($"int32_t {c.Function}(PyObject* seq, int32_t index, void* storage, PyObject** keep)");
                 w.Line($"return wrpPye_gn_clbk_seq_get_item(seq, index, storage, keep, {elem});");
                 w.Close();
-                w.Line($"static void* m_pygn_pyseq_{g.Id}_callbacks[] = {{reinterpret_cast<void*>(&fn_clbk_pyseq_{g.Id}_get_item)}};");
+                w.Line($"static void* {c.Table}[] = {{reinterpret_cast<void*>(&{c.Function})}};");
                 w.Line();
             }
             if (g.PyIterTable >= 0)
             {
-                w.Open($"int32_t fn_clbk_pyiter_{g.Id}_iter_next(PyObject* iterator, void* storage, PyObject** keep)");
+                var c = g.IterCallbacks;
+                w.Open($"int32_t {c.Function}(PyObject* iterator, void* storage, PyObject** keep)");
                 w.Line($"return wrpPye_gn_clbk_iter_next(iterator, storage, keep, {elem});");
                 w.Close();
-                w.Line($"static void* m_pygn_pyiter_{g.Id}_callbacks[] = {{reinterpret_cast<void*>(&fn_clbk_pyiter_{g.Id}_iter_next)}};");
+                w.Line($"static void* {c.Table}[] = {{reinterpret_cast<void*>(&{c.Function})}};");
                 w.Line();
             }
         }
 
-        private static IEnumerable<(GenericInstance G, GenericWrapper K)> AllTypes(BindingModel model) =>
-            model.Generics.SelectMany(g => GenericNames.Wrappers(g).Select(k => (g, k)));
+        private static IEnumerable<GenericWrapperNames> AllTypes(BindingModel model) =>
+            model.Generics.SelectMany(g => g.Wrappers);
 
         // The types are readied before any generated class lists them among its
         // interfaces: the root module's builder calls this first.
         private static void EmitReady(EmitContext ctx, CodeWriter w)
         {
-            ctx.Declare(Section.GenericWrappers, $"bool {GenericNames.ReadyTypes}(const char* root_name);");
-            w.Open($"bool {GenericNames.ReadyTypes}(const char* root_name)");
+            string ready = ctx.Model.GenericNames.ReadyTypes;
+            ctx.Declare(Section.GenericWrappers, $"bool {ready}(const char* root_name);");
+            w.Open($"bool {ready}(const char* root_name)");
             var all = AllTypes(ctx.Model).ToList();
             if (all.Count == 0)
             {
@@ -182,8 +188,8 @@ namespace Orvane.WrpGen.Emit
             w.Line("if (ready)").Indent().Line("return true;").Outdent();
             w.Line("static const struct { PyGnType* type; const char* name; } types[] = {");
             w.Indent();
-            foreach (var (g, k) in all)
-                w.Line($"{{&{GenericNames.GnType(g, k)}, {Symbols.Quote(GenericNames.PyName(g, k))}}},");
+            foreach (var wrapper in all)
+                w.Line($"{{&{wrapper.Type}, {CodeWriter.Quote(wrapper.PyName)}}},");
             w.Outdent().Line("};");
             w.Open("for (size_t i = 0; i < sizeof(types) / sizeof(types[0]); ++i)");
             w.Line("names[i] = std::string(root_name) + \"._wrpgen._generic.\" + types[i].name;");
@@ -208,7 +214,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("name = std::string(root_name) + \"._wrpgen._generic\";");
             w.Line("definition.m_name = name.c_str();");
             w.Close();
-            w.Open($"if (!{GenericNames.ReadyTypes}(root_name))");
+            w.Open($"if (!{model.GenericNames.ReadyTypes}(root_name))");
             w.Line("PyShlErr_ModuleImportError(definition.m_name, 0);");
             w.Line("return nullptr;");
             w.Close();
@@ -217,15 +223,15 @@ namespace Orvane.WrpGen.Emit
             w.Line("PyShlErr_ModuleImportError(definition.m_name, 0);");
             w.Line("return nullptr;");
             w.Close();
-            foreach (var (g, k) in AllTypes(model))
+            foreach (var (g, wrapper) in model.Generics.SelectMany(g => g.Wrappers.Select(w => (g, w))))
             {
-                string type = "&" + GenericNames.TypeObject(g, k);
-                string pyName = Symbols.Quote(GenericNames.PyName(g, k));
+                string type = "&" + wrapper.TypeObject;
+                string pyName = CodeWriter.Quote(wrapper.PyName);
                 w.Open("");
-                if (k is GenericWrapper.List or GenericWrapper.Array)
+                if (wrapper.Kind is GenericWrapper.List or GenericWrapper.Array)
                 {
                     // A typed list or array is accepted wherever the typed enumerable is.
-                    string iterable = "&" + GenericNames.TypeObject(g, GenericWrapper.Iterable);
+                    string iterable = "&" + g.Wrapper(GenericWrapper.Iterable).TypeObject;
                     w.Open($"if (!fn_set_additional_ifcs_markattr({type}, 1, {iterable}) || !fn_set_implicit_ifcs_markattr({type}, 1, {iterable}))");
                     w.Line($"PyShlErr_TypeImportError({pyName}, 1);");
                     w.Line("goto error;");
@@ -255,9 +261,9 @@ namespace Orvane.WrpGen.Emit
             var tables = new SortedDictionary<int, string>();
             foreach (var g in model.Generics)
             {
-                if (g.PyListTable >= 0) tables[g.PyListTable] = $"m_pygn_pylist_{g.Id}_callbacks";
-                if (g.PySeqTable >= 0) tables[g.PySeqTable] = $"m_pygn_pyseq_{g.Id}_callbacks";
-                if (g.PyIterTable >= 0) tables[g.PyIterTable] = $"m_pygn_pyiter_{g.Id}_callbacks";
+                if (g.PyListTable >= 0) tables[g.PyListTable] = g.ListCallbacks.Table;
+                if (g.PySeqTable >= 0) tables[g.PySeqTable] = g.SeqCallbacks.Table;
+                if (g.PyIterTable >= 0) tables[g.PyIterTable] = g.IterCallbacks.Table;
             }
             w.Line("// The typed callback tables, by the position managed code knows them at;");
             w.Line("// registered once with the exchange host.");

@@ -10,12 +10,8 @@ namespace Orvane.WrpGen.Emit
     /// </summary>
     internal sealed record GenericHostEntry(string Name, string Field, string CsReturn, string CsParams, string Body, string? Fail);
 
-    /// <summary>A generic host: its kind in native names and its managed proxy class.</summary>
-    internal sealed record GenericHost(string Kind, string Proxy, List<GenericHostEntry> Entries)
-    {
-        public string NativeName(GenericInstance g) => $"PyHost_gn_{Kind}_{g.Id}";
-        public string ManagedName(GenericInstance g) => $"{GenericNames.ManagedNamespace}.{Proxy}_{g.Id}";
-    }
+    /// <summary>A generic host of an instantiation: its names and its entries.</summary>
+    internal sealed record GenericHost(GenericHostNames Names, List<GenericHostEntry> Entries);
 
     /// <summary>
     /// The hosts of one typed instantiation, as both sides see them: the host
@@ -23,17 +19,17 @@ namespace Orvane.WrpGen.Emit
     /// </summary>
     internal static class GenericHosts
     {
-        private static string Read(GenericInstance g) => $"Element_{g.Id}.Read(element)";
+        private static string Read(GenericInstance g) => $"{g.ElementClass}.Read(element)";
 
         public static List<GenericHost> Of(GenericInstance g)
         {
             string t = CsTypes.TypeName(g.Element.Clr);
             string ops = $"GenericEntries<{t}>";
-            string write = $"&Element_{g.Id}.Write";
+            string write = $"&{g.ElementClass}.Write";
             var hosts = new List<GenericHost>();
             if (g.HasList)
             {
-                hosts.Add(new GenericHost("ICol", "SiApiCntCollection", new List<GenericHostEntry>
+                hosts.Add(new GenericHost(g.Hosts["ICol"], new List<GenericHostEntry>
                 {
                     new("SqLength", "sq_length", "int", "IntPtr handle", $"return {ops}.Collection(handle).Count;", "-1"),
                     new("SqContains", "sq_contains", "int", "IntPtr handle, void* element", $"return {ops}.Collection(handle).Contains({Read(g)}) ? 1 : 0;", "0"),
@@ -42,7 +38,7 @@ namespace Orvane.WrpGen.Emit
                     new("Clear", "clear", "void", "IntPtr handle", $"{ops}.Collection(handle).Clear();", null),
                     new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.ICollection<{t}> ? (byte)1 : (byte)0;", "0"),
                 }));
-                hosts.Add(new GenericHost("IList", "SiApiCntList", new List<GenericHostEntry>
+                hosts.Add(new GenericHost(g.Hosts["IList"], new List<GenericHostEntry>
                 {
                     new("SqGetItem", "sq_getitem", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"return {ops}.GetItem(handle, index, result, {write});", "-1"),
                     new("SqGetItemNoCheck", "sq_getitem_nocheck", "int", "IntPtr handle, int index, PyObjectOutArg* result", $"{ops}.GetItemNoCheck(handle, index, result, {write}); return 0;", "-1"),
@@ -64,7 +60,7 @@ namespace Orvane.WrpGen.Emit
             }
             if (g.HasArray)
             {
-                hosts.Add(new GenericHost("Array", "SiApiArray", new List<GenericHostEntry>
+                hosts.Add(new GenericHost(g.Hosts["Array"], new List<GenericHostEntry>
                 {
                     new("SqLength", "sq_length", "int", "IntPtr handle", $"return {ops}.List(handle).Count;", "-1"),
                     new("SqContains", "sq_contains", "int", "IntPtr handle, void* element", $"return {ops}.List(handle).Contains({Read(g)}) ? 1 : 0;", "0"),
@@ -80,12 +76,12 @@ namespace Orvane.WrpGen.Emit
                     new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is {t}[] ? (byte)1 : (byte)0;", "0"),
                 }));
             }
-            hosts.Add(new GenericHost("Iterable", "SiApiEnumerable", new List<GenericHostEntry>
+            hosts.Add(new GenericHost(g.Hosts["Iterable"], new List<GenericHostEntry>
             {
                 new("GetEnumerator", "get_enumerator", "int", "IntPtr handle, PyObjectOutArg* result", $"return {ops}.GetEnumerator(handle, result);", "-1"),
                 new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.IEnumerable<{t}> ? (byte)1 : (byte)0;", "0"),
             }));
-            hosts.Add(new GenericHost("Iter", "SiApiEnumerator", new List<GenericHostEntry>
+            hosts.Add(new GenericHost(g.Hosts["Iter"], new List<GenericHostEntry>
             {
                 new("MoveNext", "move_next", "int", "IntPtr handle, PyObjectOutArg* result", $"return {ops}.MoveNext(handle, result, {write});", "-1"),
                 new("IsAssignableTo", "is_assignable_to", "byte", "IntPtr handle", $"return Handles.Target(handle) is global::System.Collections.Generic.IEnumerator<{t}> ? (byte)1 : (byte)0;", "0"),

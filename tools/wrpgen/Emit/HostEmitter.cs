@@ -19,7 +19,7 @@ namespace Orvane.WrpGen.Emit
                 EmitClassHost(ctx.Unit(t).Host[Section.Hosts], t, ctx.Model.ProxyAssembly);
             if (ctx.Model.Generics.Count == 0)
                 return;
-            var generic = ctx.Unit("generic", "Typed collection wrappers").Host[Section.Hosts];
+            var generic = ctx.Unit(ctx.Model.Units.Generic, "Typed collection wrappers").Host[Section.Hosts];
             foreach (var g in ctx.Model.Generics)
                 foreach (var h in GenericHosts.Of(g))
                     EmitGenericHost(generic, g, h, ctx.Model.ProxyAssembly);
@@ -27,7 +27,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitClassHost(CodeWriter w, BoundType t, string proxyAssembly)
         {
-            string host = Symbols.Host(t);
+            string host = t.Cpp.Host;
             var entries = t.Entries;
             OpenClass(w, host, t.ProxyFullName);
             foreach (var e in entries)
@@ -45,8 +45,8 @@ namespace Orvane.WrpGen.Emit
             }
             w.Line();
             w.Outdent().Line("private:").Indent();
-            w.Line($"static constexpr const char* kManagedType = {Symbols.Quote(t.ProxyFullName)};");
-            w.Line($"static constexpr const char* kAssembly = {Symbols.Quote(proxyAssembly)};");
+            w.Line($"static constexpr const char* kManagedType = {CodeWriter.Quote(t.ProxyFullName)};");
+            w.Line($"static constexpr const char* kAssembly = {CodeWriter.Quote(proxyAssembly)};");
             PrivateState(w, host);
             foreach (var e in entries)
                 w.Line($"{CppTypes.EntryReturnType(e)} (*m_{e.Name})({string.Join(", ", CppTypes.EntryParamTypes(e))}) = nullptr;");
@@ -61,8 +61,8 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitGenericHost(CodeWriter w, GenericInstance g, GenericHost h, string proxyAssembly)
         {
-            string name = h.NativeName(g);
-            string managed = h.ManagedName(g);
+            string name = h.Names.Native;
+            string managed = h.Names.Managed;
             OpenClass(w, name, managed);
             w.Line("// The bound entries, as the wrapper algorithms call them.");
             w.Line("const PyGnEntries& entries() const { return m_entries; }");
@@ -74,7 +74,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
             w.Open($"{name}::{name}()");
             EmitBinder(w, h.Entries.Select(e => (e.Name, $"m_entries.{e.Field}")),
-                       Symbols.Quote(proxyAssembly), Symbols.Quote(managed), explained: false);
+                       CodeWriter.Quote(proxyAssembly), CodeWriter.Quote(managed), explained: false);
             w.Close();
             w.Line();
         }
@@ -110,7 +110,7 @@ namespace Orvane.WrpGen.Emit
             w.Line("static const char* const names[] = {");
             w.Indent();
             foreach (var e in list)
-                w.Line(Symbols.Quote(e.Name) + ",");
+                w.Line(CodeWriter.Quote(e.Name) + ",");
             w.Outdent().Line("};");
             w.Line("void** const slots[] = {");
             w.Indent();

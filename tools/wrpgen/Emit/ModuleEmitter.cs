@@ -13,7 +13,7 @@ namespace Orvane.WrpGen.Emit
     {
         public static void Run(EmitContext ctx)
         {
-            var unit = ctx.Unit("modules", $"Module builders of {ctx.Model.PythonModule}");
+            var unit = ctx.Unit(ctx.Model.Units.Modules, $"Module builders of {ctx.Model.PythonModule}");
             foreach (var m in ctx.Model.Modules.Reverse())
             {
                 EmitDefinition(unit.Private[Section.Modules], m);
@@ -26,8 +26,8 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitDefinition(CodeWriter w, ModuleNode m)
         {
-            w.Line($"PyMethodDef wrpPy_mlmd_{m.Tag}[] = {{{{nullptr, nullptr, 0, nullptr}}}};");
-            w.Line($"PyModuleDef wrpPy_mlds_{m.Tag} = {{PyModuleDef_HEAD_INIT, {Symbols.Quote(m.PyName)}, nullptr, -1, wrpPy_mlmd_{m.Tag}, nullptr, nullptr, nullptr, nullptr}};");
+            w.Line($"PyMethodDef {m.Cpp.MethodTable}[] = {{{{nullptr, nullptr, 0, nullptr}}}};");
+            w.Line($"PyModuleDef {m.Cpp.Definition.Name} = {{PyModuleDef_HEAD_INIT, {CodeWriter.Quote(m.PyName)}, nullptr, -1, {m.Cpp.MethodTable}, nullptr, nullptr, nullptr, nullptr}};");
             w.Line();
         }
 
@@ -54,49 +54,49 @@ namespace Orvane.WrpGen.Emit
                 foreach (var i in t.Interfaces)
                     if (i.Module != m) Visit(i);
             }
-            var names = ordered.Select(Symbols.TypeObject).ToList();
+            var names = ordered.Select(t => t.Cpp.TypeObject).ToList();
             if (m.Types.Any(t => t.IsDisposable))
                 names.Insert(0, CppTypes.DisposableType);
             foreach (var t in m.Types)
                 Visit(t);
-            names.AddRange(ordered.Where(t => t.Module == m).Select(Symbols.TypeObject));
+            names.AddRange(ordered.Where(t => t.Module == m).Select(t => t.Cpp.TypeObject));
             return names;
         }
 
         /// <summary>The interface marker list: bound interfaces and the disposable wrapper, in metadata order.</summary>
         public static List<string> MarkerList(BoundType t)
         {
-            var list = t.Interfaces.Select(i => "&" + Symbols.TypeObject(i)).ToList();
+            var list = t.Interfaces.Select(i => "&" + i.Cpp.TypeObject).ToList();
             if (t.IsDisposable)
                 list.Insert(System.Math.Min(t.DisposableIndex, list.Count), "&" + CppTypes.DisposableType);
             if (t.IterableOf != null)
-                list.Add("&" + GenericNames.TypeObject(t.IterableOf, GenericWrapper.Iterable));
+                list.Add("&" + t.IterableOf.Wrapper(GenericWrapper.Iterable).TypeObject);
             return list;
         }
 
         private static void EmitBuilder(EmitContext ctx, CodeWriter w, ModuleNode m)
         {
-            string fn = Symbols.ModuleInit(m);
-            string mname = Symbols.Quote(m.PyName);
+            string fn = m.Cpp.Builder;
+            string mname = CodeWriter.Quote(m.PyName);
             ctx.Declare(Section.Modules, $"PyObject* {fn}();");
             w.Open($"PyObject* {fn}()");
             if (m.Parent == null)
             {
                 w.Line("// The typed wrappers first: generated classes list them among their interfaces.");
-                w.Line($"if (!{GenericNames.ReadyTypes}({mname}))").Indent().Line("return nullptr;").Outdent();
+                w.Line($"if (!{ctx.Model.GenericNames.ReadyTypes}({mname}))").Indent().Line("return nullptr;").Outdent();
             }
-            w.Line($"PyObject* module = PyModule_Create2(&wrpu_modules::wrpPy_mlds_{m.Tag}, 1013);");
+            w.Line($"PyObject* module = PyModule_Create2(&{m.Cpp.Definition.Qualified}, 1013);");
             w.Open("if (!module)");
             w.Line($"PyShlErr_ModuleImportError({mname}, 0);");
             w.Line("return nullptr;");
             w.Close();
             foreach (var c in m.Children)
             {
-                string cname = Symbols.Quote(c.PyName);
+                string cname = CodeWriter.Quote(c.PyName);
                 w.Open("");
-                w.Line($"PyObject* child = {Symbols.ModuleInit(c)}();");
+                w.Line($"PyObject* child = {c.Cpp.Builder}();");
                 w.Line("if (!child)").Indent().Line("goto error;").Outdent();
-                w.Open($"if (PyModule_AddObject(module, {Symbols.Quote(c.Segment)}, child) < 0)");
+                w.Open($"if (PyModule_AddObject(module, {CodeWriter.Quote(c.Segment)}, child) < 0)");
                 w.Line($"PyShlErr_ModuleImportError({cname}, 1);");
                 w.Line("Py_DECREF(child);");
                 w.Line("goto error;");
@@ -127,14 +127,14 @@ namespace Orvane.WrpGen.Emit
             }
             foreach (var e in m.Enums)
             {
-                string ename = Symbols.Quote(e.PythonFullName);
+                string ename = CodeWriter.Quote(e.PythonFullName);
                 w.Open("");
-                w.Line($"PyObject* type = {Symbols.Eypi(e)}();");
+                w.Line($"PyObject* type = {e.Cpp.Initialiser}();");
                 w.Open("if (!type)");
                 w.Line($"PyShlErr_TypeImportError({ename}, 0);");
                 w.Line("goto error;");
                 w.Close();
-                w.Open($"if (PyModule_AddObject(module, {Symbols.Quote(e.Name)}, type) < 0)");
+                w.Open($"if (PyModule_AddObject(module, {CodeWriter.Quote(e.Name)}, type) < 0)");
                 w.Line("Py_DECREF(type);");
                 w.Line($"PyShlErr_TypeImportError({ename}, 4);");
                 w.Line("goto error;");
@@ -143,9 +143,9 @@ namespace Orvane.WrpGen.Emit
             }
             foreach (var t in m.Types)
             {
-                string type = "&" + Symbols.TypeObject(t);
-                string tname = Symbols.Quote(t.PythonFullName);
-                w.Line($"PyWrpTypesMap::get_instance()->add(u{Symbols.Quote(t.FullName)}, {type});");
+                string type = "&" + t.Cpp.TypeObject;
+                string tname = CodeWriter.Quote(t.PythonFullName);
+                w.Line($"PyWrpTypesMap::get_instance()->add(u{CodeWriter.Quote(t.FullName)}, {type});");
                 var markers = MarkerList(t);
                 if (markers.Count > 0)
                 {
@@ -164,7 +164,7 @@ namespace Orvane.WrpGen.Emit
                 w.Line("goto error;");
                 w.Close();
                 w.Line($"Py_INCREF({type});");
-                w.Open($"if (PyModule_AddObject(module, {Symbols.Quote(t.Name)}, (PyObject*){type}) < 0)");
+                w.Open($"if (PyModule_AddObject(module, {CodeWriter.Quote(t.Name)}, (PyObject*){type}) < 0)");
                 w.Line($"Py_DECREF({type});");
                 w.Line($"PyShlErr_TypeImportError({tname}, 4);");
                 w.Line("goto error;");
@@ -180,13 +180,13 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitStaticDriver(EmitContext ctx, CodeWriter w, ModuleNode m)
         {
-            string fn = Symbols.ModuleStatics(m);
+            string fn = m.Cpp.StaticsInitialiser;
             ctx.Declare(Section.Modules, $"void {fn}(int* warn_count);");
             w.Open($"void {fn}(int* warn_count)");
             foreach (var t in m.Types.Where(t => t.HasStaticInitialiser))
-                w.Line($"{Symbols.Eypi(t)}(warn_count);");
+                w.Line($"{t.Cpp.Initialiser}(warn_count);");
             foreach (var c in m.Children.Where(c => c.HasStaticFields))
-                w.Line($"{Symbols.ModuleStatics(c)}(warn_count);");
+                w.Line($"{c.Cpp.StaticsInitialiser}(warn_count);");
             w.Close();
             w.Line();
         }
@@ -195,9 +195,9 @@ namespace Orvane.WrpGen.Emit
         {
             var model = ctx.Model;
             var root = model.Root;
-            string ciap = model.SiblingTypes.Count > 0 ? "&" + Symbols.CapsuleImport(root) : "nullptr";
-            string imtf = root.HasStaticFields ? "&" + Symbols.ModuleStatics(root) : "nullptr";
-            string cexp = model.ExportCapsules ? "&" + Symbols.CapsuleExport(root) : "nullptr";
+            string ciap = model.SiblingTypes.Count > 0 ? "&" + model.CapsuleImport : "nullptr";
+            string imtf = root.HasStaticFields ? "&" + root.Cpp.StaticsInitialiser : "nullptr";
+            string cexp = model.ExportCapsules ? "&" + model.CapsuleExport : "nullptr";
             var w = new CodeWriter();
             w.Line($"// The module record of {model.PythonModule}, handed to fn_module_entry by PyInit_{model.Product}.");
             w.Line("// Generated by WrpGen; do not edit.");
@@ -207,11 +207,11 @@ namespace Orvane.WrpGen.Emit
             w.Line();
             w.Line("static const WrpGeneratedModule wrpgen_module_record = {");
             w.Indent();
-            w.Line(Symbols.Quote(model.PythonModule) + ",");
-            w.Line(Symbols.Quote(model.ProxyAssembly) + ",");
-            w.Line(Symbols.Quote(model.Company) + ",");
-            w.Line(Symbols.Quote(model.Product) + ",");
-            w.Line($"&{Symbols.ModuleInit(root)},");
+            w.Line(CodeWriter.Quote(model.PythonModule) + ",");
+            w.Line(CodeWriter.Quote(model.ProxyAssembly) + ",");
+            w.Line(CodeWriter.Quote(model.Company) + ",");
+            w.Line(CodeWriter.Quote(model.Product) + ",");
+            w.Line($"&{root.Cpp.Builder},");
             w.Line(ciap + ",");
             w.Line(imtf + ",");
             w.Line(cexp + ",");

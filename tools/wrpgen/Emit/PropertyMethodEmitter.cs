@@ -24,13 +24,13 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitProperty(EmitContext ctx, CppUnit unit, BoundType t, PropertyModel p)
         {
-            bool shared = Symbols.IsShared(t);
+            bool shared = t.SharesMembers;
             var w = shared ? unit.Public[Section.PropertiesMethods] : unit.Private[Section.PropertiesMethods];
             string prefix = shared ? "" : "static ";
-            string host = Symbols.Host(t);
+            string host = t.Cpp.Host;
             if (p.CanRead)
             {
-                string name = Symbols.Local(Symbols.PropertyFn(t, p.PyName, setter: false));
+                string name = p.Getter!.Name;
                 if (shared) ctx.Declare(Section.PropertiesMethods, $"PyObject* {name}(PyObject* self, void* closure);");
                 w.Open($"{prefix}PyObject* {name}(PyObject* self, void*)");
                 ArgCode.EmitCallAndReturn(w, p.Type, $"{host}::get_instance()->get_{p.Name}(", new[] { "fn_clr_handle(self)" });
@@ -39,7 +39,7 @@ namespace Orvane.WrpGen.Emit
             }
             if (p.CanWrite)
             {
-                string name = Symbols.Local(Symbols.PropertyFn(t, p.PyName, setter: true));
+                string name = p.Setter!.Name;
                 if (shared) ctx.Declare(Section.PropertiesMethods, $"int {name}(PyObject* self, PyObject* value, void* closure);");
                 w.Open($"{prefix}int {name}(PyObject* self, PyObject* value, void*)");
                 w.Open("if (!value)");
@@ -59,9 +59,9 @@ namespace Orvane.WrpGen.Emit
         private static void EmitSingle(EmitContext ctx, CppUnit unit, BoundType t, PyMethodSlot slot)
         {
             var m = slot.Candidates[0].Method;
-            bool shared = Symbols.IsShared(t) && !slot.IsStatic;
+            bool shared = slot.Function.Namespace == null;
             var w = shared ? unit.Public[Section.PropertiesMethods] : unit.Private[Section.PropertiesMethods];
-            string name = Symbols.Local(Symbols.MethodFn(slot));
+            string name = slot.Function.Name;
             string signature = slot.IsNoArgs ? "(PyObject* self, PyObject*)" : "(PyObject* self, PyObject* args, PyObject* kwargs)";
             if (shared)
                 ctx.Declare(Section.PropertiesMethods, $"PyObject* {name}{signature.Replace("PyObject*)", "PyObject* ignored)")};");

@@ -18,7 +18,7 @@ namespace Orvane.WrpGen.Emit
             foreach (var t in ctx.Model.Types)
                 ctx.CsFiles[$"{t.FullName}.cs"] = Emit(t);
             foreach (var g in ctx.Model.Generics)
-                ctx.CsFiles[$"{GenericNames.ManagedNamespace}.{g.Id}.cs"] = EmitGeneric(g);
+                ctx.CsFiles[g.ProxyFile] = EmitGeneric(ctx.Model, g);
         }
 
         private static string Self(BoundType t) => t.IsStruct
@@ -247,7 +247,7 @@ namespace Orvane.WrpGen.Emit
         }
 
         /// <summary>The element reader and writer of a typed instantiation, and the proxies of its generic hosts.</summary>
-        private static string EmitGeneric(GenericInstance g)
+        private static string EmitGeneric(BindingModel model, GenericInstance g)
         {
             string t = CsTypes.TypeName(g.Element.Clr);
             var hosts = GenericHosts.Of(g);
@@ -260,9 +260,9 @@ namespace Orvane.WrpGen.Emit
             w.Line("using System.Runtime.InteropServices;");
             w.Line("using Orvane.WrpGen.Interop;");
             w.Line();
-            w.Open($"namespace {GenericNames.ManagedNamespace}");
+            w.Open($"namespace {model.GenericNames.ManagedNamespace}");
             w.Line("/// <summary>How one element crosses: read from native storage, written into an object out record.</summary>");
-            w.Open($"internal static unsafe class Element_{g.Id}");
+            w.Open($"internal static unsafe class {g.ElementClass}");
             w.Line($"public static {t} Read(void* element) => {CsTypes.FromStorage(e, "element")};");
             w.Line(e.Kind == BindKind.Object
                 ? $"public static void Write(PyObjectOutArg* result, {t} value) => Handles.WriteOut(result, value);"
@@ -271,7 +271,7 @@ namespace Orvane.WrpGen.Emit
             foreach (var h in hosts)
             {
                 w.Line();
-                w.Open($"public static unsafe class {h.Proxy}_{g.Id}");
+                w.Open($"public static unsafe class {h.Names.ManagedClass}");
                 bool first = true;
                 foreach (var entry in h.Entries)
                 {

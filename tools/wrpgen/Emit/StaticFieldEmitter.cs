@@ -16,23 +16,21 @@ namespace Orvane.WrpGen.Emit
                 Emit(ctx, ctx.Unit(t), t);
         }
 
-        private static string Getter(StaticMemberModel s) => $"wrpPy_sfgt_000_{s.Name}";
-
         private static void Emit(EmitContext ctx, CppUnit unit, BoundType t)
         {
-            string host = Symbols.Host(t);
+            string host = t.Cpp.Host;
             var members = t.BoundStaticMembers.ToList();
             foreach (var s in members)
             {
                 var w = unit.Private[Section.StaticFields];
-                w.Open($"static PyObject* {Getter(s)}()");
+                w.Open($"static PyObject* {s.Getter.Name}()");
                 ArgCode.EmitCallAndReturn(w, s.Type, $"{host}::get_instance()->get_{s.Name}(", System.Array.Empty<string>());
                 w.Close();
                 w.Line();
             }
-            string fn = Symbols.Eypi(t);
-            string type = Symbols.TypeObject(t);
-            string name = Symbols.Quote(t.PythonFullName);
+            string fn = t.Cpp.Initialiser;
+            string type = t.Cpp.TypeObject;
+            string name = CodeWriter.Quote(t.PythonFullName);
             ctx.Declare(Section.StaticFields, $"void {fn}(int* warn_count);");
             var p = unit.Public[Section.StaticFields];
             p.Open($"void {fn}(int* warn_count)");
@@ -45,7 +43,7 @@ namespace Orvane.WrpGen.Emit
             p.Line("static const struct { const char* key; PyObject* (*get)(); } members[] = {");
             p.Indent();
             foreach (var s in members)
-                p.Line($"{{{Symbols.Quote(s.Key)}, {Symbols.UnitNamespace(t)}::{Getter(s)}}},");
+                p.Line($"{{{CodeWriter.Quote(s.Key)}, {s.Getter.Qualified}}},");
             p.Outdent().Line("};");
             p.Open("for (const auto& member : members)");
             p.Line("PyObject* value = member.get();");

@@ -35,14 +35,14 @@ namespace Orvane.WrpGen.Emit
             if (t.IsDisposable)
                 yield return "wrpPye_is_not_valid_disposable(s.message)";
             if (t.Base != null)
-                yield return $"{Symbols.IsNotValid(t.Base)}(s.message)";
+                yield return $"{t.Base.Cpp.IsNotValid}(s.message)";
             foreach (var i in t.Interfaces)
-                yield return $"{Symbols.IsNotValid(i)}(s.message)";
+                yield return $"{i.Cpp.IsNotValid}(s.message)";
         }
 
         private static void EmitPrelude(CodeWriter w, BoundType t)
         {
-            string host = Symbols.Host(t);
+            string host = t.Cpp.Host;
             w.Open("static const PyHostState& wrpPy_tybm_get_aggregate_host_state()");
             w.Open("static const PyHostState state = []");
             w.Line("PyHostState s;");
@@ -72,7 +72,7 @@ namespace Orvane.WrpGen.Emit
             w.Line();
 
             w.Open("static PyObject* wrpPy_tybm_tp_richcompare(PyObject* self, PyObject* other, int op)");
-            w.Line($"const int is_instance = PyObject_IsInstance(other, (PyObject*)&{Symbols.TypeObject(t)});");
+            w.Line($"const int is_instance = PyObject_IsInstance(other, (PyObject*)&{t.Cpp.TypeObject});");
             w.Line("if (is_instance < 0)").Indent().Line("return nullptr;").Outdent();
             w.Line("if (!is_instance)").Indent().Line("Py_RETURN_NOTIMPLEMENTED;").Outdent();
             w.Line("return wrapClrObject_tp_richcompare(fn_clr_handle(self), fn_clr_handle(other), op);");
@@ -88,7 +88,7 @@ namespace Orvane.WrpGen.Emit
 
         private static void EmitTables(CodeWriter w, BoundType t)
         {
-            w.Line($"static PyMethodDef wrpPy_tymd_{t.Name}[] = {{");
+            w.Line($"static PyMethodDef {t.Cpp.MethodTable}[] = {{");
             w.Indent();
             if (t.IsDisposable)
             {
@@ -99,39 +99,35 @@ namespace Orvane.WrpGen.Emit
             {
                 string flags = slot.IsStatic ? "METH_STATIC | METH_VARARGS | METH_KEYWORDS"
                              : slot.IsNoArgs ? "METH_NOARGS" : "METH_VARARGS | METH_KEYWORDS";
-                w.Line($"{{{Symbols.Quote(slot.PyName)}, (PyCFunction)(void (*)(void)){Qualified(t, Symbols.MethodFn(slot))}, {flags}, nullptr}},");
+                w.Line($"{{{CodeWriter.Quote(slot.PyName)}, (PyCFunction)(void (*)(void)){slot.Function.From(t.Cpp.UnitNamespace)}, {flags}, nullptr}},");
             }
             w.Line("{nullptr, nullptr, 0, nullptr}");
             w.Outdent().Line("};");
             w.Line();
 
-            w.Line($"static PyGetSetDef wrpPy_typd_{t.Name}[] = {{");
+            w.Line($"static PyGetSetDef {t.Cpp.GetSetTable}[] = {{");
             w.Indent();
             foreach (var slot in t.PyProperties.Where(s => s.Source != SlotSource.Inherited))
             {
                 var p = slot.Property;
-                string get = p.CanRead ? Qualified(t, Symbols.PropertyFn(slot.Provider, p.PyName, setter: false)) : "nullptr";
-                string set = p.CanWrite ? Qualified(t, Symbols.PropertyFn(slot.Provider, p.PyName, setter: true)) : "nullptr";
-                w.Line($"{{{Symbols.Quote(slot.PyName)}, {get}, {set}, nullptr, nullptr}},");
+                string get = p.Getter?.From(t.Cpp.UnitNamespace) ?? "nullptr";
+                string set = p.Setter?.From(t.Cpp.UnitNamespace) ?? "nullptr";
+                w.Line($"{{{CodeWriter.Quote(slot.PyName)}, {get}, {set}, nullptr, nullptr}},");
             }
             w.Line("{nullptr, nullptr, nullptr, nullptr, nullptr}");
             w.Outdent().Line("};");
         }
 
-        /// <summary>Inside its own unit a function is named without its namespace.</summary>
-        private static string Qualified(BoundType t, string fn) =>
-            fn.StartsWith(Symbols.UnitNamespace(t) + "::", System.StringComparison.Ordinal) ? Symbols.Local(fn) : fn;
-
         private static void EmitPublic(EmitContext ctx, CodeWriter w, BoundType t)
         {
-            string ns = Symbols.UnitNamespace(t);
-            string type = Symbols.TypeObject(t);
+            string ns = t.Cpp.UnitNamespace;
+            string type = t.Cpp.TypeObject;
             string init = t.BoundConstructors.Any() ? $"{ns}::wrpPy_tybm_tp_init" : "wrapClrObject_tp_init_fault";
-            string baseType = t.Base != null ? "&" + Symbols.TypeObject(t.Base) : "nullptr";
+            string baseType = t.Base != null ? "&" + t.Base.Cpp.TypeObject : "nullptr";
             ctx.Declare(Section.TypeTables, $"extern PyTypeObject {type};");
             w.Open($"PyTypeObject {type} =");
             w.Line("PyVarObject_HEAD_INIT(nullptr, 0)");
-            w.Line($"{Symbols.Quote(t.PythonFullName)}, // tp_name");
+            w.Line($"{CodeWriter.Quote(t.PythonFullName)}, // tp_name");
             w.Line("sizeof(PyClrObject), // tp_basicsize");
             w.Line("0, // tp_itemsize");
             w.Line("wrapClrObject_tp_dealloc, // tp_dealloc");
@@ -142,8 +138,8 @@ namespace Orvane.WrpGen.Emit
             w.Line("wrapClrObject_str, // tp_repr");
             w.Line("nullptr, // tp_as_number");
             bool coll = t.Indexer != null;
-            w.Line((coll ? $"&{ns}::{CollectionSlotEmitter.SequenceTable(t)}" : "nullptr") + ", // tp_as_sequence");
-            string mapping = coll ? $"&{ns}::{CollectionSlotEmitter.MappingTable(t)}"
+            w.Line((coll ? $"&{ns}::{t.Cpp.SequenceTable}" : "nullptr") + ", // tp_as_sequence");
+            string mapping = coll ? $"&{ns}::{t.Cpp.MappingTable}"
                 : t.KeyedGet == null ? "nullptr"
                 : t.KeyedSet == null ? "&wrpPye_keyed_items_ro" : "&wrpPye_keyed_items_rw";
             w.Line(mapping + ", // tp_as_mapping");
@@ -162,13 +158,13 @@ namespace Orvane.WrpGen.Emit
             // Enumerable collections iterate through their managed enumerator; the
             // others through the sequence protocol (sq_item until IndexError).
             // A typed enumerable iterates as the typed iterable wrapper of its element type does.
-            string tpIter = t.IterableOf != null ? GenericNames.TpIter(t.IterableOf)
+            string tpIter = t.IterableOf != null ? t.IterableOf.TpIter
                 : coll && t.IsEnumerable ? "wrpPye_collection_tp_iter" : "nullptr";
             w.Line(tpIter + ", // tp_iter");
             w.Line("nullptr, // tp_iternext");
-            w.Line($"{ns}::wrpPy_tymd_{t.Name}, // tp_methods");
+            w.Line($"{ns}::{t.Cpp.MethodTable}, // tp_methods");
             w.Line("nullptr, // tp_members");
-            w.Line($"{ns}::wrpPy_typd_{t.Name}, // tp_getset");
+            w.Line($"{ns}::{t.Cpp.GetSetTable}, // tp_getset");
             w.Line($"{baseType}, // tp_base");
             w.Line("nullptr, // tp_dict");
             w.Line("nullptr, // tp_descr_get");
@@ -180,15 +176,15 @@ namespace Orvane.WrpGen.Emit
             w.Close(";");
             w.Line();
 
-            string toClr = Symbols.PyToClr(t);
+            string toClr = t.Cpp.PyToClr;
             ctx.Declare(Section.TypeTables, $"int {toClr}(PyObject* obj, void** out);");
             w.Open($"int {toClr}(PyObject* obj, void** out)");
             string fn = t.IsInterface ? "fn_conv_py_ifcobj_to_clr_handle" : "fn_conv_py_clsobj_to_clr_handle";
-            w.Line($"return {fn}(obj, out, &{type}, {ns}::wrpPy_tybm_is_assignable, {Symbols.Quote(t.Name)});");
+            w.Line($"return {fn}(obj, out, &{type}, {ns}::wrpPy_tybm_is_assignable, {CodeWriter.Quote(t.Name)});");
             w.Close();
             w.Line();
 
-            string toPy = Symbols.ClrToPy(t);
+            string toPy = t.Cpp.ClrToPy;
             ctx.Declare(Section.TypeTables, $"PyObject* {toPy}(const PyObjectOutArg& arg);");
             w.Open($"PyObject* {toPy}(const PyObjectOutArg& arg)");
             if (t.IsInterface)
@@ -200,7 +196,7 @@ namespace Orvane.WrpGen.Emit
             w.Close();
             w.Line();
 
-            string check = Symbols.IsNotValid(t);
+            string check = t.Cpp.IsNotValid;
             ctx.Declare(Section.TypeTables, $"bool {check}(std::string& message);");
             w.Open($"bool {check}(std::string& message)");
             w.Line($"const PyHostState& state = {ns}::wrpPy_tybm_get_aggregate_host_state();");

@@ -14,6 +14,8 @@ namespace Orvane.WrpGen.Model
         public string Segment => PyName.Substring(PyName.LastIndexOf('.') + 1);
         public string Id { get; set; } = "";
         public string Tag => Id + "_" + Segment;
+        /// <summary>The C++ names of the module's builder.</summary>
+        public ModuleSymbols Cpp { get; set; } = null!;
         public List<ModuleNode> Children { get; } = new();
         /// <summary>Classes, structs and interfaces, in generator order.</summary>
         public List<BoundType> Types { get; } = new();
@@ -60,6 +62,13 @@ namespace Orvane.WrpGen.Model
         public List<SkippedEntry> Skipped { get; } = new();
         /// <summary>Typed collection instantiations, in generation order.</summary>
         public List<GenericInstance> Generics { get; } = new();
+        /// <summary>The names every typed instantiation shares.</summary>
+        public GenericModuleNames GenericNames { get; set; } = null!;
+        /// <summary>The module-wide C++ units.</summary>
+        public ModuleUnits Units { get; set; } = null!;
+        /// <summary>Imports the sibling modules' converter capsules; publishes this module's.</summary>
+        public string CapsuleImport { get; set; } = "";
+        public string CapsuleExport { get; set; } = "";
 
         public IEnumerable<BoundType> ObjectTypes => Types.Where(t => !t.IsEnum);
         public IEnumerable<BoundType> EnumTypes => Types.Where(t => t.IsEnum);

@@ -20,12 +20,17 @@ namespace Orvane.WrpGen.Model
 
         public string Id { get; set; } = "";
         public ModuleNode Module { get; set; } = null!;
-        public string PythonFullName => Module.PyName + "." + Name;
+        /// <summary>The type's dotted Python name (its tp_name).</summary>
+        public string PythonFullName { get; set; } = "";
         public string ProxyNamespace { get; set; } = "";
         public string ProxyClass { get; set; } = "";
         public string ProxyFullName => ProxyNamespace + "." + ProxyClass;
         /// <summary>Identifier infix used by every generated symbol of the type.</summary>
         public string Tag => Id + "_" + Name;
+        /// <summary>The C++ names of the type's generated code.</summary>
+        public TypeSymbols Cpp { get; set; } = null!;
+        /// <summary>Interfaces export their member functions to every implementing type.</summary>
+        public bool SharesMembers => IsInterface;
 
         public BoundType? Base { get; set; }
         /// <summary>Bound interfaces the type implements, directly or through bases, in metadata order.</summary>
@@ -100,10 +105,13 @@ namespace Orvane.WrpGen.Model
         public string Id { get; set; } = "";
         /// <summary>The Python module that holds the type.</summary>
         public string PythonModule { get; set; } = "";
-        public string CapsuleName => PythonModule + "._C_APIT_" + Name;
-        public string PyToClrSlot => $"wrpPyl_convcaps_py_to_clr_{Id}_{Name}";
-        public string ClrToPySlot => $"wrpPyl_convcaps_clr_to_py_{Id}_{Name}";
-        /// <summary>The O&amp; trampoline that calls <see cref="PyToClrSlot"/>.</summary>
-        public string PyToClrTrampoline => $"wrpPyl_conv_py_to_clr_{Id}_{Name}";
+        /// <summary>The sibling's capsule holding the type's converters.</summary>
+        public string CapsuleName { get; set; } = "";
+        /// <summary>The function pointers filled from the capsule.</summary>
+        public string PyToClrSlot { get; set; } = "";
+        public string ClrToPySlot { get; set; } = "";
+        /// <summary>The functions this module calls, which go through the slots.</summary>
+        public string PyToClrTrampoline { get; set; } = "";
+        public string ClrToPyTrampoline { get; set; } = "";
     }
 }

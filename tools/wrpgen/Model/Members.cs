@@ -55,6 +55,8 @@ namespace Orvane.WrpGen.Model
         public string EntryName { get; set; } = "";
         /// <summary>Index of this overload inside its Python-name group of the owner.</summary>
         public int GroupIndex { get; set; }
+        /// <summary>The function through which other types' dispatchers call the overload (exported candidates only).</summary>
+        public string? ExportedFunction { get; set; }
         /// <summary>Managed parameter types, the identity used to tell overloads apart across types.</summary>
         public string SignatureKey => string.Join(",", Parameters.Select(p => p.Clr.FullName ?? p.Clr.Name));
         public string ReportSignature { get; init; } = "";
@@ -75,6 +77,9 @@ namespace Orvane.WrpGen.Model
         public string? SkipKind { get; set; }
         public bool IsBound => SkipKind == null;
         public string PyName { get; set; } = "";
+        /// <summary>The accessor functions, defined in the owner's unit (null: no such accessor).</summary>
+        public CppSymbol? Getter { get; set; }
+        public CppSymbol? Setter { get; set; }
         public string ReportSignature { get; init; } = "";
     }
 
@@ -94,6 +99,8 @@ namespace Orvane.WrpGen.Model
         public bool IsBound => SkipKind == null;
         /// <summary>The key in the type's dictionary: UPPER_SNAKE for fields, snake_case for properties.</summary>
         public string Key { get; set; } = "";
+        /// <summary>The function reading the member at import, private to the owner's unit.</summary>
+        public CppSymbol Getter { get; set; } = null!;
         public string ReportSignature { get; init; } = "";
     }
 

@@ -45,6 +45,8 @@ namespace Orvane.WrpGen.Model
         /// <summary>The type whose unit defines the function.</summary>
         public BoundType Provider { get; }
         public bool IsDispatcher => Candidates.Count > 1;
+        /// <summary>The function behind the method, defined in the provider's unit.</summary>
+        public CppSymbol Function { get; set; } = null!;
         /// <summary>A single parameterless instance overload: called with METH_NOARGS.</summary>
         public bool IsNoArgs => !IsStatic && Candidates.Count == 1 && Candidates[0].Method.Parameters.Count == 0;
     }

@@ -65,6 +65,18 @@ namespace Orvane.WrpGen.Model
         public bool IsOut { get; init; }
         /// <summary>The typed instantiation a typed collection crosses as (set by the generic-instances pass).</summary>
         public GenericInstance? Generic { get; set; }
+
+        /// <summary>The wrapper a typed collection crosses as.</summary>
+        public GenericWrapper WrapperKind => Collection switch
+        {
+            CollectionKind.GenericList or CollectionKind.GenericCollection => GenericWrapper.List,
+            CollectionKind.TypedArray => GenericWrapper.Array,
+            CollectionKind.GenericEnumerable => GenericWrapper.Iterable,
+            _ => GenericWrapper.Iter,
+        };
+
+        /// <summary>The names of the wrapper a typed collection crosses as (null: not a typed collection).</summary>
+        public GenericWrapperNames? Wrapper => Generic?.Wrapper(WrapperKind);
     }
 
     /// <summary>
@@ -88,6 +100,27 @@ namespace Orvane.WrpGen.Model
         public int PyListTable { get; set; } = -1;
         public int PySeqTable { get; set; } = -1;
         public int PyIterTable { get; set; } = -1;
+
+        // Names, set by the naming pass.
+        /// <summary>The wrapper types, in generation order: list, array (when used), iterable, iterator.</summary>
+        public List<GenericWrapperNames> Wrappers { get; } = new();
+        public GenericWrapperNames Wrapper(GenericWrapper kind) => Wrappers.First(w => w.Kind == kind);
+        /// <summary>The generic hosts by kind (ICol, IList, Array, Iterable, Iter).</summary>
+        public Dictionary<string, GenericHostNames> Hosts { get; } = new();
+        /// <summary>The native element converters and their PyGnElement table.</summary>
+        public string ElementToPy { get; set; } = "";
+        public string ElementToClr { get; set; } = "";
+        public string ElementTable { get; set; } = "";
+        /// <summary>The tp_iter of the wrappers and of generated classes implementing IEnumerable&lt;T&gt;.</summary>
+        public string TpIter { get; set; } = "";
+        /// <summary>The C# class reading and writing elements, and the C# file of the instantiation.</summary>
+        public string ElementClass { get; set; } = "";
+        public string ElementClassFullName { get; set; } = "";
+        public string ProxyFile { get; set; } = "";
+        /// <summary>The typed callbacks behind <see cref="PyListTable"/>, <see cref="PySeqTable"/>, <see cref="PyIterTable"/>.</summary>
+        public CallbackNames ListCallbacks { get; set; } = null!;
+        public CallbackNames SeqCallbacks { get; set; } = null!;
+        public CallbackNames IterCallbacks { get; set; } = null!;
         public override string ToString() => Element.Clr.FullName + " " + Id;
     }
 }

@@ -116,6 +116,7 @@ namespace Orvane.WrpGen.Passes
                 Claim(t.Id, t.FullName);
                 t.ProxyNamespace = ProxyNamespace(t.Namespace);
                 t.ProxyClass = "WrpCs_" + t.Name;
+                t.PythonFullName = t.Module.PyName + "." + t.Name;
                 NameMembers(t);
             }
         }
