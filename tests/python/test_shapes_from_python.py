@@ -42,6 +42,24 @@ class ShapesFromPythonTest(unittest.TestCase):
             back[3, 0]
         self.assertEqual(first.text_frame.text.split(), ["0:0", "0:1"])
 
+    def test_a_rejected_column_width_raises_at_the_assignment(self):
+        column = self.shapes.add_table(40, 40, [80, 90], [20]).columns[0]
+        expected = ("Proxy error(System.ArgumentOutOfRangeException): Column.Width: value must be above 0 "
+                    "and at most 100,000 points (Parameter 'value')\nActual value was -5.")
+        caught = None
+        try:
+            column.width = -5
+        except RuntimeError as e:
+            caught = e
+        self.assertEqual((type(caught), str(caught)), (RuntimeError, expected))
+        with self.assertRaises(RuntimeError) as cm:
+            setattr(column, "width", -5)
+        self.assertEqual((type(cm.exception), str(cm.exception)), (RuntimeError, expected))
+        # Nothing is left pending: the next statements run normally.
+        self.assertEqual(column.width, 80)
+        column.width = 120
+        self.assertEqual(column.width, 120)
+
     def test_pictures_are_stored_once_and_read_back_with_their_crop(self):
         data = png_bytes(seed=1)
         image = self.pres.images.add_image(data)

@@ -48,9 +48,9 @@ namespace Orvane.WrpGen.Emit
                 w.Close();
                 w.Line(CppTypes.Decl(p.Type, "a0"));
                 w.Line($"if (!{CppTypes.Converter(p.Type)}(value, &a0))").Indent().Line("return -1;").Outdent();
-                w.Line("// A managed exception stays pending and surfaces at the next error check.");
                 w.Line($"{host}::get_instance()->set_{p.Name}(fn_clr_handle(self), {CppTypes.CallArg(p.Type, "a0")});");
-                w.Line("return 0;");
+                w.Line("// A managed exception left its RuntimeError pending: the assignment fails with it.");
+                w.Line("return PyErr_Occurred() ? -1 : 0;");
                 w.Close();
                 w.Line();
             }
