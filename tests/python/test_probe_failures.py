@@ -1,5 +1,9 @@
-"""Managed exceptions met while Python assigns a property, checked through the
-test-only probe module."""
+"""Managed exceptions met while Python assigns a property or while the module reads
+static members at import, checked through the test-only probe module."""
+import json
+import os
+import subprocess
+import sys
 import unittest
 
 import orvane_probe as probe
@@ -46,6 +50,57 @@ class SetterExceptionTests(unittest.TestCase):
         with self.assertRaises(TypeError):
             self.gauge.level = "x"
         self.assert_nothing_pending()
+
+
+# Imports the probe module in a fresh interpreter and records the unraisable
+# warnings printed while its static members are read.
+IMPORT_SCRIPT = r"""
+import json, sys
+seen = []
+def hook(u):
+    seen.append([str(u.object), type(u.exc_value).__name__, str(u.exc_value), str(u.exc_value.__cause__)])
+sys.unraisablehook = hook
+import orvane_probe as p
+sys.unraisablehook = sys.__unraisablehook__
+names = ("first", "second", "third", "fourth", "only", "after", "answer", "name")
+present = {c: {n: getattr(getattr(p, c), n) for n in names if hasattr(getattr(p, c), n)}
+           for c in ("BrokenStatics", "LaterBrokenStatics", "ReadyStatics")}
+print(json.dumps({"warnings": seen, "present": present}))
+"""
+
+
+def field_warning(cls, field, managed_message):
+    return ["FieldInitializationWarning", "ImportError",
+            f"the static field '{field}' of type 'orvane_probe.{cls}' is not initialized",
+            f"Proxy error(System.InvalidOperationException): {managed_message}"]
+
+
+class StaticMemberImportTests(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        out = subprocess.run([sys.executable, "-c", IMPORT_SCRIPT], env=os.environ, capture_output=True,
+                             text=True, timeout=300)
+        if out.returncode != 0:
+            raise AssertionError(out.stderr)
+        cls.result = json.loads(out.stdout.splitlines()[-1])
+
+    def test_a_failing_member_ends_its_class_with_one_warning(self):
+        self.assertEqual(self.result["warnings"], [
+            field_warning("BrokenStatics", "first", "BrokenStatics.First is unavailable"),
+            field_warning("LaterBrokenStatics", "only", "LaterBrokenStatics.Only is unavailable"),
+        ])
+
+    def test_members_after_the_failure_stay_absent(self):
+        self.assertEqual(self.result["present"]["BrokenStatics"], {})
+        self.assertEqual(self.result["present"]["LaterBrokenStatics"], {})
+        with self.assertRaises(AttributeError):
+            probe.BrokenStatics.fourth
+        with self.assertRaises(AttributeError):
+            probe.LaterBrokenStatics.after
+
+    def test_classes_after_a_failing_class_are_initialised(self):
+        self.assertEqual(self.result["present"]["ReadyStatics"], {"answer": 42, "name": "ready"})
+        self.assertEqual((probe.ReadyStatics.answer, probe.ReadyStatics.name), (42, "ready"))
 
 
 if __name__ == "__main__":

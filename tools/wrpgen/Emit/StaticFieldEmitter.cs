@@ -5,8 +5,9 @@ namespace Orvane.WrpGen.Emit
 {
     /// <summary>
     /// Static fields, constants and static properties become class attributes,
-    /// read once at import. A member that cannot be read only warns (at most
-    /// three warnings per import, counted by the caller) and stays absent.
+    /// read once at import. The first member that cannot be read warns (at most
+    /// three warnings per import, counted by the caller) and ends its class's
+    /// initialisation: it and the members after it stay absent.
     /// </summary>
     internal static class StaticFieldEmitter
     {
@@ -49,8 +50,10 @@ namespace Orvane.WrpGen.Emit
             p.Line("PyObject* value = member.get();");
             p.Open("if (!value || PyDict_SetItemString(dict, member.key, value) < 0)");
             p.Line($"PyShlErr_StaticFieldsInitialization({name}, member.key, warn_count);");
-            p.Close();
             p.Line("Py_XDECREF(value);");
+            p.Line("break;");
+            p.Close();
+            p.Line("Py_DECREF(value);");
             p.Close();
             p.Line("// The dictionary was changed behind the type's back: drop cached look-ups.");
             p.Line($"PyType_Modified(&{type});");
