@@ -510,7 +510,7 @@ int wrpPye_gn_conv_py_to_clr(PyObject* obj, VariantArg* out, PyGnType* t, const 
         out->value = fn_clr_handle(obj);
         return 1;
     }
-    if (fn_has_host_markattr(obj)) {
+    if (fn_is_host_marked_wrapper(obj)) {
         const PyGnBinding* b = t->binding();
         bool accepted = !b->not_valid && b->entries.is_assignable_to(fn_clr_handle(obj)) != 0;
         if (PyErr_Occurred())
