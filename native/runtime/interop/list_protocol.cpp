@@ -128,14 +128,6 @@ int fn_list_check_status(int32_t status, const char* operation)
     return -1;
 }
 
-int fn_list_not_an_element()
-{
-    if (!PyErr_ExceptionMatches(PyExc_TypeError))
-        return -1;
-    PyErr_Clear();
-    return 0;
-}
-
 PyObject* fn_list_subscript(PyObject* self, PyObject* key, const PyListAccess* access, const void* context)
 {
     bool failed;
