@@ -601,6 +601,7 @@ class StreamWrapperTests(unittest.TestCase):
                 with self.subTest(method=method):
                     assert_message(self, ValueError, "I/O operation on closed stream", getattr(s, method), *args)
             self.assertRaises(ValueError, iter, s)
+            assert_message(self, ValueError, "I/O operation on closed stream", next, s)
         assert_message(self, ValueError, "fileno method is not supported", g.fileno)
 
     def test_block_error_still_closes(self):
