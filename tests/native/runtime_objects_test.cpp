@@ -1,6 +1,7 @@
 // The wrapped-object model without a CLR: marker attributes, the type
 // registry, host-state refusal, argument conversion to handles and the choice
 // of Python type for managed results (with the registry's caches pre-filled).
+#include "objects/clr_object.h"
 #include "objects/clr_to_py.h"
 #include "objects/host_state.h"
 #include "objects/markattr.h"
@@ -163,6 +164,75 @@ bool raise_managed(void*)
 {
     PyErr_SetString(PyExc_RuntimeError, "Proxy error(System.Exception): boom");
     return false;
+}
+
+// The common deallocation as a sibling module has it: its own copy.
+void sibling_dealloc(PyObject* self)
+{
+    Py_TYPE(self)->tp_free(self);
+}
+
+PyTypeObject make_sibling_type(const char* name, Py_ssize_t basicsize)
+{
+    PyTypeObject type = make_wrapper_type(name);
+    type.tp_basicsize = basicsize;
+    type.tp_dealloc = sibling_dealloc;
+    return type;
+}
+
+PyTypeObject sibling_slide_type = make_sibling_type("sibling.Slide", sizeof(PyClrObject));
+PyTypeObject sibling_view_type = make_sibling_type("sibling.View", sizeof(PyObject));
+
+int proxy_calls = 0;
+bool count_and_accept(void*)
+{
+    ++proxy_calls;
+    return true;
+}
+
+TEST_F(ObjectsTest, OnlyWrapperTypesAreReadAsHandles)
+{
+    ASSERT_EQ(PyType_Ready(&sibling_slide_type), 0);
+    ASSERT_EQ(PyType_Ready(&sibling_view_type), 0);
+    ASSERT_TRUE(fn_set_host_markattr(&sibling_slide_type));
+    ASSERT_TRUE(fn_set_host_markattr(&sibling_view_type));
+    ASSERT_TRUE(exec("class _Imitation:\n"
+                     "    __slots__ = ('payload',)\n"
+                     "    _orvane_clr_host = None\n"
+                     "_imitation = _Imitation()\n"
+                     "_imitation.payload = object()\n"));
+    PyObject* imitation = eval("_imitation");
+    PyObject* sibling = new_wrapper(&sibling_slide_type, reinterpret_cast<void*>(0xC3));
+    PyObject* view = PyType_GenericNew(&sibling_view_type, nullptr, nullptr);
+    PyObject* own = new_wrapper(&shape_type, reinterpret_cast<void*>(0xA1));
+    ASSERT_TRUE(imitation && sibling && view && own);
+
+    EXPECT_TRUE(fn_is_clr_wrapper(own));
+    EXPECT_FALSE(fn_is_host_marked_wrapper(own)) << "Shape carries no host mark";
+    EXPECT_TRUE(fn_is_clr_wrapper(sibling));
+    EXPECT_TRUE(fn_is_host_marked_wrapper(sibling)) << "a marked static type with the wrapper layout";
+    for (PyObject* foreign : {view, imitation}) {
+        EXPECT_FALSE(fn_is_clr_wrapper(foreign)) << Py_TYPE(foreign)->tp_name;
+        EXPECT_FALSE(fn_is_host_marked_wrapper(foreign)) << Py_TYPE(foreign)->tp_name;
+    }
+
+    void* out = nullptr;
+    proxy_calls = 0;
+    EXPECT_EQ(fn_conv_py_clsobj_to_clr_handle(sibling, &out, &shape_type, count_and_accept, "Shape"), 1);
+    EXPECT_EQ(out, reinterpret_cast<void*>(0xC3));
+    EXPECT_EQ(proxy_calls, 1);
+    for (PyObject* foreign : {view, imitation}) {
+        EXPECT_EQ(fn_conv_py_ifcobj_to_clr_handle(foreign, &out, &ishape_type, count_and_accept, "IShape"), 0);
+        take_error(error_);
+        EXPECT_EQ(error_.type, "TypeError");
+        EXPECT_EQ(error_.message, std::string("can't build IShape value from '") + Py_TYPE(foreign)->tp_name + "'");
+    }
+    EXPECT_EQ(proxy_calls, 1) << "no foreign object reaches the proxy's check";
+
+    Py_DECREF(imitation);
+    Py_DECREF(sibling);
+    Py_DECREF(view);
+    drop_wrapper(own);
 }
 
 TEST_F(ObjectsTest, ClassParameters)

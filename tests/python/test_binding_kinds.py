@@ -126,7 +126,13 @@ class SlideCollectionTests(unittest.TestCase):
         self.assertIn(items[2], s)
         other = deck_with_slides(1).slides[0]
         self.assertNotIn(other, s)
-        self.assertNotIn("slide", s)  # a value of another type is simply not an element
+        # A value the element converter refuses fails with that converter's TypeError.
+        with self.assertRaises(TypeError) as expected:
+            s.index_of("slide")
+        self.assertIn("ISlide", str(expected.exception))
+        with self.assertRaises(TypeError) as cm:
+            "slide" in s
+        self.assertEqual(str(cm.exception), str(expected.exception))
         self.assertEqual(s + [1], items + [1])
         self.assertEqual(s * 2, items * 2)
         self.assertEqual(s * -1, [])

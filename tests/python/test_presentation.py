@@ -1,5 +1,6 @@
 """A presentation made, saved and loaded from Python, with the calling conventions around it."""
 import io
+import json
 import os
 import re
 import shutil
@@ -195,6 +196,69 @@ class MembersTest(unittest.TestCase):
         with f.Presentation() as p:
             self.assertIsInstance(p, f.Presentation)
 
+
+# Run in a child process: reading a foreign object as a managed handle ends it.
+FOREIGN_OBJECT_CHECKS = """
+import io
+import json
+import orvane.folaro as f
+out = {}
+
+
+class Imitation:
+    # The names a wrapper type carries, on a Python class.
+    __slots__ = ("payload",)
+    _orvane_clr_host = None
+    _additional_interfaces = {f.ISlide}
+    _implicit_interfaces = {f.ISlide}
+
+
+imitation = Imitation()
+imitation.payload = object()
+pres = f.Presentation()
+pres.slides.add_empty_slide(pres.layout_slides[0])
+
+
+def outcome(fn, *args):
+    try:
+        fn(*args)
+    except Exception as e:
+        return type(e).__name__
+    return "accepted"
+
+
+def probe_all(value):
+    return [outcome(f.Presentation, value), outcome(pres.slides.index_of, value),
+            outcome(pres.slides.add_clone, value)]
+
+
+class Sink(io.RawIOBase):
+    def writable(self):
+        return True
+
+    def write(self, b):
+        if "view" not in out:
+            out["view marked"] = hasattr(type(b), "_orvane_clr_host")
+            out["view"] = probe_all(b)
+        return memoryview(b).nbytes
+
+
+f.Presentation().save(Sink(), f.SaveFormat.PPTX)
+out["imitation"] = probe_all(imitation)
+out["slides"] = len(pres.slides)
+print(json.dumps(out))
+"""
+
+
+class ForeignObjectTest(unittest.TestCase):
+    def test_buffer_views_and_imitations_are_refused_with_type_errors(self):
+        proc = run_python(FOREIGN_OBJECT_CHECKS, env=clean_env())
+        self.assertEqual(proc.returncode, 0, proc.stderr.decode(errors="replace"))
+        out = json.loads(proc.stdout.decode())
+        self.assertIs(out["view marked"], False)
+        self.assertEqual(out["view"], ["TypeError"] * 3)
+        self.assertEqual(out["imitation"], ["TypeError"] * 3)
+        self.assertEqual(out["slides"], 1)
 
 class ProcessExitTest(TempDirCase):
     def test_saving_process_exits_cleanly_every_time(self):

@@ -2,8 +2,10 @@
 containers and file objects seen from managed code, through the probe module
 (orvane_probe, class Collections)."""
 import io
+import json
 import os
 import shutil
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -599,6 +601,7 @@ class StreamWrapperTests(unittest.TestCase):
                 with self.subTest(method=method):
                     assert_message(self, ValueError, "I/O operation on closed stream", getattr(s, method), *args)
             self.assertRaises(ValueError, iter, s)
+            assert_message(self, ValueError, "I/O operation on closed stream", next, s)
         assert_message(self, ValueError, "fileno method is not supported", g.fileno)
 
     def test_block_error_still_closes(self):
@@ -940,6 +943,94 @@ class PythonFileArgumentTests(unittest.TestCase):
         self.assertEqual(f.getvalue(), b"xyz")
         f.armed = False
 
+
+
+# Foreign objects handed to parameters that take managed objects, run in a
+# child process: reading such an object as a managed handle ends the process.
+FOREIGN_OBJECT_CHECKS = """
+import io
+import json
+import orvane_probe as probe
+C = probe.Collections
+out = {}
+
+
+class Imitation:
+    # The names a wrapper type carries, on a Python class that is also a
+    # two-element sequence of 7s.
+    __slots__ = ("payload",)
+    _orvane_clr_host = None
+    _additional_interfaces = set()
+    _implicit_interfaces = set()
+
+    def __len__(self):
+        return 2
+
+    def __getitem__(self, index):
+        if index not in (0, 1):
+            raise IndexError(index)
+        return 7
+
+
+imitation = Imitation()
+imitation.payload = object()
+
+
+def outcome(fn, *args):
+    try:
+        fn(*args)
+    except Exception as e:
+        return type(e).__name__
+    return "accepted"
+
+
+def probe_all(value):
+    return {
+        "stream": outcome(C.read_all, value),
+        "disposable": outcome(C.dispose_count, value),
+        "collection": outcome(C.count_of, value),
+        "list element": outcome(C.list_of_ints(2).append, value),
+    }
+
+
+class Sink(io.RawIOBase):
+    def writable(self):
+        return True
+
+    def write(self, b):
+        if "view" not in out:
+            out["view marked"] = hasattr(type(b), "_orvane_clr_host")
+            out["view"] = probe_all(b)
+        return memoryview(b).nbytes
+
+
+C.write_chunks(Sink(), 10, 10)
+out["imitation"] = probe_all(imitation)
+# As a plain sequence it is copied element by element.
+ints = C.list_of_ints(2)
+ints[0:2] = imitation
+ints.extend(imitation)
+out["imitation copied"] = list(ints)
+out["imitation sum"] = C.sum_typed(imitation)
+print(json.dumps(out))
+"""
+
+
+class ForeignObjectTests(unittest.TestCase):
+    def test_foreign_objects_are_never_read_as_managed_objects(self):
+        env = dict(os.environ)
+        env["PYTHONPATH"] = os.pathsep.join(sys.path)  # as this process finds the probe and orvane.pyio
+        proc = subprocess.run([sys.executable, "-c", FOREIGN_OBJECT_CHECKS], env=env, capture_output=True,
+                              timeout=120)
+        self.assertEqual(proc.returncode, 0, proc.stderr.decode(errors="replace"))
+        out = json.loads(proc.stdout.decode())
+        self.assertIs(out["view marked"], False)
+        for name in ("view", "imitation"):
+            with self.subTest(value=name):
+                self.assertEqual(out[name], {k: "TypeError" for k in ("stream", "disposable", "collection",
+                                                                      "list element")})
+        self.assertEqual(out["imitation copied"], [7, 7, 7, 7])
+        self.assertEqual(out["imitation sum"], 14)
 
 if __name__ == "__main__":
     unittest.main()

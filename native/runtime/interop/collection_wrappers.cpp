@@ -280,7 +280,7 @@ int convert(PyObject* obj, VariantArg* out, PyTypeObject* wrapper, bool subtypes
             return 1;
         }
     }
-    if (fn_has_host_markattr(obj)) {
+    if (fn_is_host_marked_wrapper(obj)) {
         bool accepted = assignable(fn_clr_handle(obj));
         if (PyErr_Occurred())
             return 0;

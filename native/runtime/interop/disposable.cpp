@@ -67,7 +67,7 @@ int wrpPye_conv_py_to_clr_disposable(PyObject* obj, void** out)
         *out = fn_clr_handle(obj);
         return 1;
     }
-    if (fn_has_host_markattr(obj)) {
+    if (fn_is_host_marked_wrapper(obj)) {
         bool accepted = wrpPye_is_assignable_to_disposable(fn_clr_handle(obj));
         if (PyErr_Occurred())
             return 0;

@@ -135,7 +135,7 @@ int wrpPye_bltp_coll_sq_contains(PyObject* self, PyObject* value, const PyShlCol
 {
     void* element = nullptr;
     if (!slots->to_clr(value, &element))
-        return fn_list_not_an_element();  // a value of another type cannot be an element
+        return -1;  // the element converter's TypeError
     int32_t found = slots->contains(fn_clr_handle(self), element);
     if (PyErr_Occurred())
         return -1;

@@ -226,12 +226,12 @@ PyObject* copy(PyObject* self, PyObject*)
     return fn_list_repeat(self, 1, access_of(self), nullptr);
 }
 
-// A value the element converter refuses cannot be an element, as for a Python list.
+// A value the element converter refuses fails with the converter's TypeError.
 int contains(PyObject* self, PyObject* value)
 {
     PyGnStorage storage;
     if (!to_clr(self, value, storage))
-        return fn_list_not_an_element();
+        return -1;
     int32_t found = entries(self).sq_contains(handle(self), storage.bytes);
     if (PyErr_Occurred())
         return -1;
@@ -510,7 +510,7 @@ int wrpPye_gn_conv_py_to_clr(PyObject* obj, VariantArg* out, PyGnType* t, const 
         out->value = fn_clr_handle(obj);
         return 1;
     }
-    if (fn_has_host_markattr(obj)) {
+    if (fn_is_host_marked_wrapper(obj)) {
         const PyGnBinding* b = t->binding();
         bool accepted = !b->not_valid && b->entries.is_assignable_to(fn_clr_handle(obj)) != 0;
         if (PyErr_Occurred())

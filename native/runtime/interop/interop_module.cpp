@@ -1,5 +1,5 @@
-// Builds <root>._wrpgen._interop: each fixed wrapper type is readied,
-// host-marked and added, in a fixed order.
+// Builds <root>._wrpgen._interop: each fixed type is readied, each wrapper
+// type host-marked, and all are added, in a fixed order.
 #include "interop/interop_module.h"
 
 #include <string>
@@ -19,6 +19,10 @@ namespace {
 struct InteropType {
     const char* attr;
     PyTypeObject* type;
+    // A wrapper type, whose instances hold a managed handle, carries the host
+    // mark; a type of another layout must not, or conversions would read its
+    // instances as handles.
+    bool wrapper;
     // Set both as additional and as implicit interfaces.
     std::vector<PyTypeObject*> interfaces;
 };
@@ -27,30 +31,35 @@ struct InteropType {
 const std::vector<InteropType>& interop_types()
 {
     static const std::vector<InteropType> types = {
-        {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, {}},
-        {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, {}},
-        {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, {}},
-        {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}},
+        {"_IDisposableWrapper", &wrpPye_tyds_FFFFFFFF_IDisposableWrapper, true, {}},
+        {"_IterWrapper", &wrpPye_tyds_FFFFFFFF_IterWrapper, true, {}},
+        {"_IterableWrapper", &wrpPye_tyds_FFFFFFFF_IterableWrapper, true, {}},
+        {"_IColWrapper", &wrpPye_tyds_FFFFFFFF_IColWrapper, true, {&wrpPye_tyds_FFFFFFFF_IterableWrapper}},
         {"_IListWrapper",
          &wrpPye_tyds_FFFFFFFF_IListWrapper,
+         true,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
         {"_RoColBaseWrapper",
          &wrpPye_tyds_FFFFFFFF_RoColBaseWrapper,
+         true,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper}},
         {"_ColBaseWrapper",
          &wrpPye_tyds_FFFFFFFF_ColBaseWrapper,
+         true,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
         {"_ArrayWrapper",
          &wrpPye_tyds_FFFFFFFF_ArrayWrapper,
+         true,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
         {"_ArrListWrapper",
          &wrpPye_tyds_FFFFFFFF_ArrListWrapper,
+         true,
          {&wrpPye_tyds_FFFFFFFF_IterableWrapper, &wrpPye_tyds_FFFFFFFF_IColWrapper,
           &wrpPye_tyds_FFFFFFFF_IListWrapper}},
-        {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, {}},
-        {"_StreamWrapper", &wrpPye_tyds_FFFFFFFF_StreamWrapper, {&wrpPye_tyds_FFFFFFFF_IDisposableWrapper}},
+        {"_ShlBufferView", &wrpPye_tyds_FFFFFFFF_ShlBufferView, false, {}},
+        {"_StreamWrapper", &wrpPye_tyds_FFFFFFFF_StreamWrapper, true, {&wrpPye_tyds_FFFFFFFF_IDisposableWrapper}},
     };
     static_assert(kPyInteropTypeCount == 11, "one entry per PyInteropType");
     return types;
@@ -100,7 +109,7 @@ PyObject* wrpPye_mlit_FFFFFFFF_interop_wrappers(const char* root_name)
             PyShlErr_TypeReadyError(type->tp_name, interop_name.c_str());
             goto error;
         }
-        if (!fn_set_host_markattr(type) || !set_interface_marks(entry)) {
+        if (entry.wrapper && (!fn_set_host_markattr(type) || !set_interface_marks(entry))) {
             PyShlErr_TypeImportError(type->tp_name, 3);
             goto error;
         }

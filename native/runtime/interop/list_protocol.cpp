@@ -3,6 +3,7 @@
 
 #include "interop/wrapper_common.h"
 #include "marshal/scalars.h"
+#include "objects/clr_object.h"
 
 namespace {
 
@@ -65,7 +66,7 @@ int assign_slice(PyObject* self, Py_ssize_t length, Py_ssize_t start, Py_ssize_t
         PyErr_SetString(PyExc_TypeError, "must assign iterable to extended slice");
         return -1;
     }
-    bool managed = fn_is_managed_wrapper(value);
+    bool managed = fn_is_clr_wrapper(value);
     if (managed && !sized) {
         int done = access->assign_from_managed(self, value, start, slice_length, step, length, context);
         if (done != 0)
@@ -125,14 +126,6 @@ int fn_list_check_status(int32_t status, const char* operation)
     if (!PyErr_Occurred())
         PyErr_Format(PyExc_RuntimeError, "%s failed with status %d", operation, (int)status);
     return -1;
-}
-
-int fn_list_not_an_element()
-{
-    if (!PyErr_ExceptionMatches(PyExc_TypeError))
-        return -1;
-    PyErr_Clear();
-    return 0;
 }
 
 PyObject* fn_list_subscript(PyObject* self, PyObject* key, const PyListAccess* access, const void* context)
@@ -264,7 +257,7 @@ PyObject* fn_list_repeat(PyObject* self, Py_ssize_t times, const PyListAccess* a
 
 int fn_list_extend(PyObject* self, PyObject* other, const PyListAccess* access, const void* context)
 {
-    if (fn_is_managed_wrapper(other)) {
+    if (fn_is_clr_wrapper(other)) {
         int done = access->extend_from_managed(self, other, context);
         if (done != 0)
             return done < 0 ? -1 : 0;

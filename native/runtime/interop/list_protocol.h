@@ -100,10 +100,6 @@ int fn_list_removal_refused();
 // `operation` unless an error is already pending). 0 or -1.
 int fn_list_check_status(int32_t status, const char* operation);
 
-// `v in x` when the element converter refused `v`: a TypeError means v cannot
-// be an element (0, the error cleared); any other error stays (-1).
-int fn_list_not_an_element();
-
 // Arguments of pop([i]): none, None, or an integer. 1, or 0 with an error set.
 int fn_list_pop_args(PyObject* args, int32_t* has_index, Py_ssize_t* index);
 // The result of a managed Pop: `item` (a new reference, None when null) for

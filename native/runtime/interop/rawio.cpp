@@ -360,7 +360,7 @@ int wrpPye_conv_py_to_clr_stream(PyObject* obj, VariantArg* out)
         out->value = fn_clr_handle(obj);
         return 1;
     }
-    if (fn_has_host_markattr(obj)) {
+    if (fn_is_host_marked_wrapper(obj)) {
         PyHost_ph_Stream* host = PyHost_ph_Stream::get_instance();
         bool accepted = !host->is_not_valid() && host->is_assignable_to(fn_clr_handle(obj));
         if (PyErr_Occurred())

@@ -426,6 +426,8 @@ PyObject* stream_iter(PyObject* self)
 
 PyObject* stream_iternext(PyObject* self)
 {
+    if (is_closed(self))
+        return nullptr;
     PyObject* line = read_line(self, -1);
     if (line && PyBytes_GET_SIZE(line) == 0) {
         Py_DECREF(line);

@@ -1,7 +1,6 @@
 #include "interop/wrapper_common.h"
 
 #include "objects/clr_object.h"
-#include "objects/markattr.h"
 
 PyHostState fn_interop_host_state(std::initializer_list<PyInteropValidityCheck> checks)
 {
@@ -52,9 +51,4 @@ int fn_append_operand_items(PyObject* list, PyObject* operand)
 {
     return fn_for_each_operand_item(
         operand, [list](PyObject* item) { return PyList_Append(list, item); }, [](Py_ssize_t) { return 0; });
-}
-
-bool fn_is_managed_wrapper(PyObject* obj)
-{
-    return fn_is_this_module_clr_object(obj) || fn_has_host_markattr(obj);
 }

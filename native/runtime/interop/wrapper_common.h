@@ -119,6 +119,3 @@ static inline int32_t fn_index_to_clr(Py_ssize_t index)
 {
     return (int32_t)index;
 }
-
-// Whether obj is a wrapper of this module or carries the host mark.
-bool fn_is_managed_wrapper(PyObject* obj);

@@ -8,7 +8,6 @@
 #include "module/identifiers.h"
 #include "module/import_errors.h"
 #include "objects/clr_object.h"
-#include "objects/markattr.h"
 
 namespace {
 
@@ -128,7 +127,7 @@ int fn_conv_py_variant_to_clr_variant(PyObject* obj, VariantArg* out)
         out->type = kTuple;
         return 1;
     }
-    if ((fn_is_this_module_clr_object(obj) || fn_has_host_markattr(obj)) && fn_clr_handle(obj)) {
+    if (fn_is_clr_wrapper(obj) && fn_clr_handle(obj)) {
         out->type = kHandle;
         out->value = fn_clr_handle(obj);
         return 1;

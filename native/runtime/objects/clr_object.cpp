@@ -4,6 +4,7 @@
 
 #include "hosting/exchange_host.h"
 #include "hosting/object_host.h"
+#include "objects/markattr.h"
 
 void wrapClrObject_tp_dealloc(PyObject* self)
 {
@@ -71,4 +72,18 @@ int wrapClrObject_tp_init_fault(PyObject* self, PyObject* args, PyObject* kwargs
 bool fn_is_this_module_clr_object(PyObject* obj)
 {
     return Py_TYPE(obj)->tp_dealloc == wrapClrObject_tp_dealloc;
+}
+
+bool fn_is_host_marked_wrapper(PyObject* obj)
+{
+    PyTypeObject* type = Py_TYPE(obj);
+    bool wrapper_layout = !(type->tp_flags & Py_TPFLAGS_HEAPTYPE) &&
+                          type->tp_basicsize >= (Py_ssize_t)sizeof(PyClrObject) && type->tp_itemsize == 0 &&
+                          type->tp_dictoffset == 0 && type->tp_weaklistoffset == 0;
+    return wrapper_layout && fn_has_host_markattr(obj);
+}
+
+bool fn_is_clr_wrapper(PyObject* obj)
+{
+    return fn_is_this_module_clr_object(obj) || fn_is_host_marked_wrapper(obj);
 }

@@ -26,6 +26,17 @@ int wrapClrObject_tp_init_fault(PyObject* self, PyObject* args, PyObject* kwargs
 // True when obj is a wrapper of this module (its type deallocates with wrapClrObject_tp_dealloc).
 bool fn_is_this_module_clr_object(PyObject* obj);
 
+// True when obj's type is a host-marked wrapper type: a static type laid out
+// as a wrapper (Python code cannot add names to one) that carries the host
+// mark, of this module or of a sibling module (which deallocates with its own
+// copy of the common slot). A Python class carrying the marker names, or an
+// object of any other layout, is not one. Conversions that hand a wrapper of
+// another class to the parameter's proxy ask this before reading its handle.
+bool fn_is_host_marked_wrapper(PyObject* obj);
+// True when obj holds a managed handle: a wrapper of this module, or a
+// host-marked wrapper as above. Nothing else is read as a handle.
+bool fn_is_clr_wrapper(PyObject* obj);
+
 // Handle of a wrapper, without checks.
 static inline void* fn_clr_handle(PyObject* obj)
 {

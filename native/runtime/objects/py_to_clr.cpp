@@ -10,7 +10,7 @@ namespace {
 // the parameter's proxy accepts. -1 when the proxy's check raised.
 int accepted_by_proxy(PyObject* obj, bool (*is_assignable)(void* handle))
 {
-    if (!is_assignable || !fn_has_host_markattr(obj))
+    if (!is_assignable || !fn_is_host_marked_wrapper(obj))
         return 0;
     void* handle = fn_clr_handle(obj);
     bool accepted = is_assignable(handle);
